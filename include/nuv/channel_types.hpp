@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <bitset>
 #include <cstdint>
 #include <iosfwd>
 #include <string>
@@ -65,6 +66,9 @@ enum class ChannelCapabilityBit : std::uint8_t {
 NUV_EXPORT std::string enum_to_string(ChannelCapabilityBit value);
 NUV_EXPORT bool string_to_enum(std::string_view text, ChannelCapabilityBit& out);
 NUV_EXPORT std::ostream& operator<<(std::ostream& os, ChannelCapabilityBit value);
+
+/// Capability flags of a channel, indexed by ChannelCapabilityBit.
+using ChannelCapabilityBits = std::bitset<10>;
 
 /// Bit positions of a channel's 2-bit configuration flags.
 enum class ChannelConfigBit : std::uint8_t {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <bitset>
 #include <cstdint>
 #include <iosfwd>
 #include <string>
@@ -126,8 +127,7 @@ NUV_EXPORT std::string enum_to_string(WLANOpmode value);
 NUV_EXPORT bool string_to_enum(std::string_view text, WLANOpmode& out);
 NUV_EXPORT std::ostream& operator<<(std::ostream& os, WLANOpmode value);
 
-/// PHY mode, by the letters of its IEEE 802.11 amendment; the text is in lower case. Also a bit
-/// position in a set of supported PHY modes.
+/// PHY mode, by the letters of its IEEE 802.11 amendment; the texts are in lower case.
 enum class WLANPhymode : std::uint8_t {
     A = 0,
     B = 1,
@@ -141,6 +141,9 @@ enum class WLANPhymode : std::uint8_t {
 NUV_EXPORT std::string enum_to_string(WLANPhymode value);
 NUV_EXPORT bool string_to_enum(std::string_view text, WLANPhymode& out);
 NUV_EXPORT std::ostream& operator<<(std::ostream& os, WLANPhymode value);
+
+/// Supported PHY modes, indexed by WLANPhymode.
+using WLANPhymodeBits = std::bitset<7>;
 
 /// Mode of multi-link operation (IEEE 802.11be).
 enum class MLOMode : std::uint8_t {

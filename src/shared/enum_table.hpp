@@ -151,6 +151,7 @@ bool read_enum(std::string_view text, E& out) {
 
 }  // namespace nuv::impl
 
+// NOLINTBEGIN(bugprone-macro-parentheses): the argument is a type
 /// Defines the text functions of an enumeration from its rows: output only, or all three.
 #define NUV_DEFINE_ENUM_OUTPUT(Enum) \
     std::ostream& operator<<(std::ostream& os, Enum value) { return impl::write_enum(os, value); }
@@ -158,3 +159,4 @@ bool read_enum(std::string_view text, E& out) {
     NUV_DEFINE_ENUM_OUTPUT(Enum)                                              \
     std::string enum_to_string(Enum value) { return impl::enum_text(value); } \
     bool string_to_enum(std::string_view text, Enum& out) { return impl::read_enum(text, out); }
+// NOLINTEND(bugprone-macro-parentheses)

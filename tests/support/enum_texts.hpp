@@ -14,8 +14,8 @@ namespace nuv::test {
 
 enum class Number { NONE, APPENDED };
 
-/// What an enumeration prints and reads: the named texts from value 0 on, separated by '|' and empty
-/// where a value has none; the text of all other values; named values above the list.
+/// What an enumeration prints and reads: the named texts from value 0 on, separated by '|' and
+/// empty where a value has none; the text of all other values; named values above the list.
 struct EnumTexts {
     EnumTexts(std::string_view list, std::string invalid, Number number = Number::NONE,
               std::map<int, std::string> further = {})
