@@ -3,12 +3,14 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cctype>
 #include <cstdint>
 #include <map>
 #include <sstream>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace nuv::test {
 
@@ -45,6 +47,7 @@ struct EnumTexts {
 /// All 256 values: text, stream, and, where texts are read, both directions and near misses.
 template <class E>
 void expect_texts(const EnumTexts& texts) {
+    SCOPED_TRACE(texts.invalid_text);
     std::map<std::string, int> readable;
     for (const auto& [value, text] : texts.named) {
         EXPECT_TRUE(readable.emplace(text, value).second) << text << " stands for two values";

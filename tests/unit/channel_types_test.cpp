@@ -10,30 +10,18 @@ namespace {
 using nuv::test::expect_texts;
 using nuv::test::Number;
 
-TEST(ChannelTypes, ChannelWidthTexts) {
+TEST(ChannelTypes, TextsOfAllValues) {
     expect_texts<nuv::ChannelWidth>({"20 MHz|40 MHz|80 MHz|160 MHz|80+80 MHz|320 MHz|INVALID",
                                      "INVALID CHANNEL WIDTH ", Number::APPENDED});
-}
-
-TEST(ChannelTypes, ChannelStateBitTexts) {
     expect_texts<nuv::ChannelStateBit>(
         {"DFS_CLEAR|RADAR_FOUND|CAC_RUNNING|PRECAC_TODO|INTERFERENCE_FOUND|INVALID_MAX",
          "INVALID CHANNEL STATE"});
-}
-
-TEST(ChannelTypes, ChannelCapabilityBitTexts) {
     expect_texts<nuv::ChannelCapabilityBit>(
         {"HT20|HT40|HT80|HT160|HT8080|HT320|DFS|DFS_WEATHER|PRIMARY_LOWER_BEHAVIOR|"
          "PRIMARY_UPPER_BEHAVIOR|INVALID_MAX",
          "INVALID CHANNEL CAPABILITY"});
-}
-
-TEST(ChannelTypes, ChannelConfigBitTexts) {
     expect_texts<nuv::ChannelConfigBit>(
         {"REMOTE_DISTURBER|PERFORMANCE_OPTIMIZATION|INVALID_MAX", "INVALID CHANNEL PROPERTY"});
-}
-
-TEST(ChannelTypes, FrequencyBandTexts) {
     expect_texts<nuv::FrequencyBand>({"2.4 GHz|5 GHz|6 GHz|INVALID BAND MAX", "INVALID BAND"});
 }
 
