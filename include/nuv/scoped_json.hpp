@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "nuv/export.hpp"
+
+namespace nuv::serialization {
+class YAJLStream;
+}
+
+namespace nuv::impl {
+
+enum class JSONContainer : std::uint8_t { OBJECT, ARRAY };
+
+/// What ScopedJSONObject and ScopedJSONArray are: opens a JSON object (array), closes it at the end
+/// of the scope. Throws SerializationException `prefix` + "Could not open object" (array), and the
+/// same with "close" from the destructor, which stays silent while another exception is on its way.
+template <JSONContainer container>
+class NUV_EXPORT ScopedJSON {
+public:
+    ScopedJSON(serialization::YAJLStream& stream, std::string prefix);
+    ~ScopedJSON() noexcept(false);
+    ScopedJSON(const ScopedJSON&) = delete;
+    ScopedJSON& operator=(const ScopedJSON&) = delete;
+
+private:
+    serialization::YAJLStream& stream_;
+    std::string prefix_;
+};
+
+extern template class ScopedJSON<JSONContainer::OBJECT>;
+extern template class ScopedJSON<JSONContainer::ARRAY>;
+
+}  // namespace nuv::impl

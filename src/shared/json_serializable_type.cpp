@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "nuv/json_serializable_type.hpp"
+
+#include "nuv/scoped_json_object.hpp"
+#include "quote.hpp"
+
+namespace nuv::impl {
+
+using serialization::JSONSerializable;
+using serialization::ScopedJSONObject;
+using serialization::SerializationContext;
+using serialization::SerializationException;
+using serialization::YAJLNode;
+using serialization::YAJLStream;
+
+void throw_json_write_failed(std::string_view type) {
+    throw SerializationException("Serialization of " + std::string(type) + " failed");
+}
+
+void throw_json_read_failed(std::string_view type, const std::string& key,
+                            std::string_view reason) {
+    throw SerializationException("Deserialization of " + std::string(type) + " " + quote(key) +
+                                 " failed" + std::string(reason));
+}
+
+void throw_json_enum_unknown(const std::string& key, const std::string& text) {
+    throw_json_read_failed("enum", key, ", got " + quote(text));
+}
+
+void throw_json_element_failed(const SerializationException& inner) {
+    throw SerializationException(
+        std::string("Deserialization of object inside array failed, got:\n") + inner.what());
+}
+
+void write_json_object(YAJLStream& stream, SerializationContext& ctx,
+                       const JSONSerializable& value) {
+    const ScopedJSONObject object(stream, "Serialization of JSONSerializable object failed: ");
+    value.serialize_impl(stream, ctx);
+}
+
+void read_json_object(YAJLNode& node, SerializationContext& ctx, const std::string& key,
+                      JSONSerializable& value) {
+    if (key.empty()) {
+        value.deserialize_impl(node, ctx);
+        return;
+    }
+    YAJLNode object;
+    if (!node.get_object(key, object)) {
+        throw_json_read_failed("object", key, ", no object with such name found");
+    }
+    value.deserialize_impl(object, ctx);
+}
+
+}  // namespace nuv::impl

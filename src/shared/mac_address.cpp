@@ -1,0 +1,109 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "nuv/mac_address.hpp"
+
+#include <algorithm>
+#include <charconv>
+#include <istream>
+#include <ostream>
+#include <stdexcept>
+
+#include "nuv_platform/ifwatch.h"
+#include "octet_text.hpp"
+#include "quote.hpp"
+
+namespace nuv {
+
+MACAddress::MACAddress(std::string_view text) {
+    if (!parse_string(text)) {
+        throw std::invalid_argument("'" + std::string(text) + "' is no valid MACAddress string");
+    }
+}
+
+// Straight into the object, as documented: a caller may see the octets before the fault.
+bool MACAddress::parse_string(std::string_view text) noexcept {
+    if (text.size() != MAC_ADDR_STRING_LEN ||
+        text.find_first_not_of("0123456789ABCDEFabcdef:") != std::string_view::npos) {
+        return false;
+    }
+    const char* at = text.data();
+    const char* const end = at + text.size();
+    for (std::size_t i = 0; i < octets_.size(); ++i) {
+        if (i > 0 && (at == end || *at++ != ':')) {
+            return false;
+        }
+        const auto [next, error] = std::from_chars(at, std::min(at + 2, end), octets_[i], 16);
+        if (error != std::errc()) {
+            return false;
+        }
+        at = next;
+    }
+    return at == end;
+}
+
+std::string MACAddress::to_string() const {
+    return std::string(OctetText<MAC_ADDR_LEN>(octets_).view());
+}
+
+std::ostream& operator<<(std::ostream& os, const MACAddress& address) {
+    const OctetText<MACAddress::MAC_ADDR_LEN> text(address.octets());
+    return os.write(text.view().data(), MACAddress::MAC_ADDR_STRING_LEN);
+}
+
+std::istream& operator>>(std::istream& is, MACAddress& address) {
+    struct WidthRestorer {
+        std::istream& is;
+        std::streamsize width;
+        ~WidthRestorer() { is.width(width); }
+    } const restorer{is, is.width(MACAddress::MAC_ADDR_STRING_LEN)};
+
+    std::string word;
+    is >> word;
+    MACAddress read;
+    if (is.good() && read.parse_string(word)) {
+        address = read;
+    } else {
+        is.clear(std::ios::failbit);
+    }
+    return is;
+}
+
+bool is_valid_mac_address(const MACAddress& address) noexcept {
+    // The second one is an address that powerline chips answer to before they have one of their
+    // own.
+    constexpr std::array INVALID{
+        MACAddress(), MACAddress(MACAddress::Octets{0x00, 0xB0, 0x52, 0x00, 0x00, 0x01})};
+    return std::find(INVALID.begin(), INVALID.end(), address) == INVALID.end();
+}
+
+bool is_valid_individual_mac_address(const MACAddress& address) noexcept {
+    return is_valid_mac_address(address) && !address.is_group();
+}
+
+MACAddress get_mac_for_ifname(const InterfaceName& ifname) noexcept {
+    std::array<char, InterfaceName::capacity() + 1> name{};
+    std::copy(ifname.begin(), ifname.end(), name.begin());
+    MACAddress::Octets octets{};
+    return if_get_hwaddr(name.data(), octets.data()) < 0 ? MACAddress() : MACAddress(octets);
+}
+
+}  // namespace nuv
+
+namespace nuv::serialization {
+
+void JSONSerializableType<MACAddress>::serialize(YAJLStream& stream, SerializationContext&,
+                                                 const MACAddress& value) {
+    if (!stream.write_string(OctetText<MACAddress::MAC_ADDR_LEN>(value.octets()).view())) {
+        impl::throw_json_write_failed("MACAddress");
+    }
+}
+
+void JSONSerializableType<MACAddress>::deserialize(YAJLNode& node, SerializationContext&,
+                                                   const std::string& key, MACAddress& value) {
+    std::string text;
+    if (!node.get_string(key, text)) {
+        impl::throw_json_read_failed("MACAddress", key, ", got " + quote(text));
+    }
+    value = MACAddress(text);
+}
+
+}  // namespace nuv::serialization

@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "nuv/nid.hpp"
+
+#include <cstdio>
+
+#include "octet_text.hpp"
+#include "quote.hpp"
+
+namespace nuv::serialization {
+
+using plc::NID;
+
+void JSONSerializableType<NID>::serialize(YAJLStream& stream, SerializationContext&,
+                                          const NID& value) {
+    impl::write_json_primitive<std::string>(stream, OctetText<NID::NID_LEN>(value.octets()).view());
+}
+
+void JSONSerializableType<NID>::deserialize(YAJLNode& node, SerializationContext&,
+                                            const std::string& key, NID& value) {
+    std::string text;
+    if (!node.get_string(key, text)) {
+        impl::throw_json_read_failed("NID", key, ", got: " + quote(text));
+    }
+    // A scan on purpose, as lenient as it is: other writers of these texts rely on it.
+    NID::Octets octets{};
+    int consumed = 0;
+    if (std::sscanf(text.c_str(), "%2hhx:%2hhx:%2hhx:%2hhx:%2hhx:%2hhx:%2hhx%n", &octets[0],
+                    &octets[1], &octets[2], &octets[3], &octets[4], &octets[5], &octets[6],
+                    &consumed) != 7 ||
+        consumed != 3 * NID::NID_LEN - 1) {
+        impl::throw_json_read_failed("NID", key, ", got sscanf read error");
+    }
+    value = NID(octets);
+}
+
+}  // namespace nuv::serialization

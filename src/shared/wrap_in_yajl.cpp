@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "nuv/wrap_in_yajl.hpp"
+
+#include "nuv/serialization_exception.hpp"
+#include "nuv/yajl_stream.hpp"
+#include "quote.hpp"
+
+namespace nuv::impl {
+
+std::string write_wrapper_name(serialization::YAJLStream& stream, const std::string& container,
+                               const std::string& name) {
+    std::string prefix = "Wrapping function call in " + container + " " + quote(name) + " failed: ";
+    if (!stream.write_string(name)) {
+        throw serialization::SerializationException(prefix + "Failed to write wrapper " +
+                                                    container + " name");
+    }
+    return prefix;
+}
+
+}  // namespace nuv::impl

@@ -1,0 +1,126 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "nuv/yajl_node.hpp"
+
+#include <yajl/yajl_tree.h>
+
+#include <array>
+#include <cstring>
+#include <istream>
+#include <limits>
+
+#include "nuv/serialization_exception.hpp"
+
+namespace nuv::serialization {
+
+namespace {
+
+yajl_val member(yajl_val node, const std::string& key, yajl_type type) {
+    std::array<const char*, 2> path{key.c_str(), nullptr};
+    return yajl_tree_get(node, path.data(), type);
+}
+
+/// The node itself is what a path without any step leads to; "" would be a member's name.
+yajl_val member_or_self(yajl_val node, const std::string& key, yajl_type type) {
+    if (!key.empty()) {
+        return member(node, key, type);
+    }
+    const char* no_step = nullptr;
+    return yajl_tree_get(node, &no_step, type);
+}
+
+std::string read_document(std::istream& is) {
+    std::string text;
+    std::getline(is, text, '\0');  // the parser takes a C string
+    if (is.good()) {
+        is.ignore(std::numeric_limits<std::streamsize>::max());
+    }
+    return text;
+}
+
+}  // namespace
+
+void YAJLNode::FreeOwned::operator()(yajl_val_s* tree) const noexcept {
+    if (owns_tree) {
+        yajl_tree_free(tree);
+    }
+}
+
+YAJLNode::YAJLNode(std::istream& is) {
+    std::array<char, 1024> error{};
+    const std::string text = read_document(is);
+    value_ = {yajl_tree_parse(text.c_str(), error.data(), error.size()), FreeOwned{true}};
+    if (value_ == nullptr) {
+        throw SerializationException(
+            std::string("Parsing of JSON failed, can't create root YAJLNode, got:\n") +
+            error.data());
+    }
+}
+
+bool YAJLNode::probe_name(const std::string& key) const {
+    return member(value_.get(), key, yajl_t_any) != nullptr;
+}
+
+bool YAJLNode::borrow(yajl_val_s* value, YAJLNode& out) const {
+    if (value == nullptr) {
+        return false;
+    }
+    out.value_ = {value, FreeOwned{false}};
+    return true;
+}
+
+bool YAJLNode::get_object(const std::string& key, YAJLNode& out) const {
+    return borrow(member(value_.get(), key, yajl_t_object), out);
+}
+
+bool YAJLNode::get_array(const std::string& key, YAJLNode& out) const {
+    return borrow(member_or_self(value_.get(), key, yajl_t_array), out);
+}
+
+bool YAJLNode::get_array_size(std::uint32_t& size) const {
+    const auto* array = YAJL_GET_ARRAY(value_.get());
+    if (array == nullptr) {
+        return false;
+    }
+    size = static_cast<std::uint32_t>(array->len);
+    return true;
+}
+
+bool YAJLNode::get_array_element(std::uint32_t index, YAJLNode& out) const {
+    const auto* array = YAJL_GET_ARRAY(value_.get());
+    return array != nullptr && index < array->len && borrow(array->values[index], out);
+}
+
+bool YAJLNode::get_bool(const std::string& key, bool& out) const {
+    const yajl_val value = member_or_self(value_.get(), key, yajl_t_any);
+    if (!YAJL_IS_TRUE(value) && !YAJL_IS_FALSE(value)) {
+        return false;
+    }
+    out = YAJL_IS_TRUE(value);
+    return true;
+}
+
+bool YAJLNode::get_null(const std::string& key) const {
+    return member_or_self(value_.get(), key, yajl_t_null) != nullptr;
+}
+
+bool YAJLNode::get_int64(const std::string& key, std::int64_t& out) const {
+    const yajl_val value = member_or_self(value_.get(), key, yajl_t_number);
+    // The parser reads the smallest integer right, but calls it out of range.
+    if (!YAJL_IS_INTEGER(value) &&
+        (value == nullptr || std::strcmp(YAJL_GET_NUMBER(value), "-9223372036854775808") != 0)) {
+        return false;
+    }
+    out = YAJL_GET_INTEGER(value);
+    return true;
+}
+
+bool YAJLNode::get_string(const std::string& key, std::string& out) const {
+    const yajl_val value = member_or_self(value_.get(), key, yajl_t_string);
+    if (value == nullptr) {
+        return false;
+    }
+    out = YAJL_GET_STRING(value);
+    return true;
+}
+
+}  // namespace nuv::serialization
