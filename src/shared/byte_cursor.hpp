@@ -116,7 +116,7 @@ private:
     std::ios_base::iostate state_ = std::ios_base::goodbit;
 };
 
-/// One name for reading a value from either source.
+// One name for reading from either source.
 template <class T>
 void read_value(ByteCursor& source, serialization::SerializationContext& /*ctx*/, T& value) {
     source.read(value);
@@ -124,6 +124,20 @@ void read_value(ByteCursor& source, serialization::SerializationContext& /*ctx*/
 template <class T>
 void read_value(std::istream& source, serialization::SerializationContext& ctx, T& value) {
     serialization::BinarySerializableType<T>::deserialize(source, ctx, value);
+}
+
+/// Reads `octets.size()` octets one by one; throws the octet's message when they run out.
+inline void read_octets(ByteCursor& source, std::span<std::uint8_t> octets) {
+    const auto taken = source.read_octets(octets.size());
+    std::copy(taken.begin(), taken.end(), octets.begin());
+    if (taken.size() != octets.size()) {
+        throw serialization::SerializationException(
+            serialization::impl::octet_texts.deserialize);
+    }
+}
+inline void read_octets(std::istream& source, std::span<std::uint8_t> octets) {
+    serialization::impl::read_octets(source, octets.data(), octets.size());
+    serialization::impl::check_read(source, serialization::impl::octet_texts.deserialize);
 }
 
 }  // namespace nuv::impl
