@@ -94,7 +94,7 @@ consteval std::size_t packed_size(const Rows& rows) {
 }
 
 template <class E>
-inline constexpr auto PACKED_ROWS = [] {
+consteval auto pack_rows() {
     constexpr auto& rows = EnumTexts<E>::rows;
     static_assert(values_ascend(rows), "a value stands twice or out of order");
     static_assert(texts_differ(rows), "a text stands twice");
@@ -110,14 +110,15 @@ inline constexpr auto PACKED_ROWS = [] {
         out = std::ranges::copy(row.text, out).out;
     }
     return packed;
-}();
+}
 
 /// The rows of an enumeration without its type, and one function for each direction.
 class EnumTable {
 public:
     template <class E>
     static EnumTable of() {
-        return EnumTable({PACKED_ROWS<E>.data(), PACKED_ROWS<E>.size()});
+        static constexpr auto packed = pack_rows<E>();
+        return EnumTable({packed.data(), packed.size()});
     }
 
     std::string text(std::uint8_t value) const;
