@@ -16,7 +16,7 @@ namespace {
 
 // Exactly as large as the file: a read past the end is a read past the allocation.
 std::vector<std::uint8_t> read_file(const std::filesystem::path& path) {
-    std::vector<std::uint8_t> bytes(std::filesystem::file_size(path));
+    std::vector<std::uint8_t> bytes(static_cast<std::size_t>(std::filesystem::file_size(path)));
     std::ifstream in(path, std::ios::binary);
     in.read(reinterpret_cast<char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
     if (!in) {
