@@ -8,6 +8,7 @@
 #include <cstring>
 #include <new>
 #include <system_error>
+#include <type_traits>
 
 namespace nuv::platform::clog {
 
@@ -271,20 +272,21 @@ std::vector<std::string> Outputs::describe() const {
     return lines;
 }
 
+Registry::Registry() { set_up_default_logger(); }
+
 Registry& Registry::get() {
-    static Registry* const registry = [] {
-        auto* const made = std::make_unique<Registry>().release();
-        made->set_up_default_logger();
-        return made;
-    }();
-    return *registry;
+    // Static objects of others log from their destructors.
+    static_assert(std::is_trivially_destructible_v<Registry>);
+    static Registry registry;
+    return registry;
 }
 
 void Registry::set_up_default_logger() {
-    default_logger = loggers.find_or_make("default");
-    if (default_logger != nullptr) {
-        default_logger.load()->outputs.add({.kind = Kind::STANDARD_ERROR, .mask = 0x1F});
+    clogger* const logger = loggers.find_or_make("default");
+    if (logger != nullptr) {
+        logger->outputs.add({.kind = Kind::STANDARD_ERROR, .mask = 0x1F});
     }
+    default_logger = logger;
 }
 
 bool passes(const clogger& logger, const clogmod* module, int level) noexcept {
