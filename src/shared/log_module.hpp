@@ -64,6 +64,9 @@ public:
             if constexpr (std::convertible_to<const T&, std::string_view>) {
                 text_ += std::string_view(value);
                 return *this;
+            } else if constexpr (std::same_as<T, char>) {
+                text_ += value;
+                return *this;
             } else if constexpr (std::same_as<T, bool> || (std::integral<T> && sizeof(T) > 1)) {
                 append(value);
                 return *this;
