@@ -305,11 +305,11 @@ const char* format_text(std::string& buffer, const char* fmt, std::va_list args)
     }
     std::va_list again;
     va_copy(again, args);
+    // NOLINTNEXTLINE(clang-analyzer-valist.Uninitialized): the callers start `args`
     const int size = std::vsnprintf(nullptr, 0, fmt, again);
     va_end(again);
     if (size > 0) {
         buffer.resize(static_cast<std::size_t>(size));
-        // NOLINTNEXTLINE(clang-analyzer-valist.Uninitialized): the callers start it
         std::vsnprintf(buffer.data(), buffer.size() + 1, fmt, args);
     }
     return buffer.c_str();
