@@ -123,7 +123,7 @@ std::string read_ring(const std::string& name) {
     }
     std::string text;
     for (auto at = ring.begun < ring.size ? 0 : ring.begun - ring.size; at < ring.written; ++at) {
-        text += bytes[sizeof ring + at % ring.size];
+        text += bytes[sizeof ring + static_cast<std::size_t>(at % ring.size)];
     }
     return text;
 }
