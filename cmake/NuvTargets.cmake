@@ -22,6 +22,10 @@ if(NUV_SANITIZE)
     add_compile_options(-fsanitize=${NUV_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
     add_link_options(-fsanitize=${NUV_SANITIZE})
 endif()
+if(NUV_BUILD_FUZZERS)
+    # The library tells the fuzzer which branches an input took.
+    add_compile_options(-fsanitize=fuzzer-no-link)
+endif()
 
 # The sources of a folder are its .cpp files: a file that is there is built.
 function(nuv_sources variable)
@@ -30,13 +34,18 @@ function(nuv_sources variable)
 endfunction()
 
 # nuv_test(NAME SOURCES... [LIBRARIES...] [LABELS...]): a GoogleTest program; each of its tests is a
-# test of ctest.
+# test of ctest. Under emulation, where starting a process is dear, the program is one test.
 function(nuv_test name)
     cmake_parse_arguments(arg "" "" "SOURCES;LIBRARIES;LABELS" ${ARGN})
     add_executable(${name} ${arg_SOURCES})
     target_link_libraries(${name} PRIVATE nuv_options ${arg_LIBRARIES} GTest::gmock_main)
-    gtest_discover_tests(${name} PROPERTIES LABELS "${arg_LABELS}"
-                         DISCOVERY_TIMEOUT 120 DISCOVERY_MODE PRE_TEST)
+    if(CMAKE_CROSSCOMPILING)
+        add_test(NAME ${name} COMMAND ${name})
+        set_tests_properties(${name} PROPERTIES LABELS "${arg_LABELS}")
+    else()
+        gtest_discover_tests(${name} PROPERTIES LABELS "${arg_LABELS}"
+                             DISCOVERY_TIMEOUT 120 DISCOVERY_MODE PRE_TEST)
+    endif()
 endfunction()
 
 # nuv_benchmark(NAME SOURCES... [LIBRARIES...]): a Google Benchmark program.

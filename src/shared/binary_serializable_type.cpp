@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "nuv/binary_serializable_type.hpp"
+
+#include <istream>
+#include <ostream>
+
+namespace nuv::serialization {
+
+namespace impl {
+
+void write_octets(std::ostream& os, const std::uint8_t* octets, std::size_t size,
+                  const char* failure) {
+    os.write(reinterpret_cast<const char*>(octets), static_cast<std::streamsize>(size));
+    if (os.fail()) {
+        throw SerializationException(failure);
+    }
+}
+
+std::size_t read_octets(std::istream& is, std::uint8_t* octets, std::size_t size) {
+    is.read(reinterpret_cast<char*>(octets), static_cast<std::streamsize>(size));
+    return static_cast<std::size_t>(is.gcount());
+}
+
+void check_read(const std::istream& is, const char* failure) {
+    if (is.fail()) {
+        throw SerializationException(failure);
+    }
+}
+
+}  // namespace impl
+
+void BinarySerializableType<std::string>::serialize(std::ostream& os, SerializationContext& /*ctx*/,
+                                                    const std::string& value) {
+    impl::write_octets(os, reinterpret_cast<const std::uint8_t*>(value.data()), value.size(),
+                       impl::octet_texts.serialize);
+}
+
+void BinarySerializableType<std::string>::deserialize(std::istream& /*is*/,
+                                                      SerializationContext& /*ctx*/,
+                                                      std::string& /*value*/) {
+    throw SerializationException("Raw deserialization of std::string not supported!");
+}
+
+void BinarySerializableType<std::stringstream>::serialize(std::ostream& os,
+                                                          SerializationContext& /*ctx*/,
+                                                          const std::stringstream& value) {
+    // Inserting a buffer sets the fail bit when it holds nothing; nothing to write is no failure.
+    if (value.rdbuf()->in_avail() > 0) {
+        os << value.rdbuf();
+    }
+    if (os.fail()) {
+        throw SerializationException("Serialization of type std::stringstream failed.");
+    }
+}
+
+void BinarySerializableType<std::stringstream>::deserialize(std::istream& /*is*/,
+                                                            SerializationContext& /*ctx*/,
+                                                            std::stringstream& /*value*/) {
+    throw SerializationException("Deserialization of type std::stringstream not supported!");
+}
+
+}  // namespace nuv::serialization

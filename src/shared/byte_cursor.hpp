@@ -1,0 +1,143 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <ios>
+#include <span>
+
+#include "nuv/binary_serializable_type.hpp"
+
+namespace nuv::impl {
+
+/// Reads values from a block of memory the way a std::istream over the same bytes does: the same
+/// results, the same exceptions, the same state flags, at the price of a comparison and a load.
+/// What reads elements is written against the operations that a cursor and a stream share.
+///
+/// A cursor over a bounded range may know that the range is longer than the bytes that are there
+/// (`missing`), as a LimitedIStream over a stream that ends early is: `remaining` counts what the
+/// range promises, a read beyond what is there fails.
+class ByteCursor {
+public:
+    explicit ByteCursor(std::span<const std::uint8_t> bytes, std::size_t missing = 0)
+        : begin_(bytes.data()),
+          pos_(bytes.data()),
+          end_(bytes.data() + bytes.size()),
+          missing_(missing) {}
+
+    // As a stream's.
+    bool good() const { return state_ == std::ios_base::goodbit; }
+    bool eof() const { return (state_ & std::ios_base::eofbit) != 0; }
+    bool fail() const { return (state_ & std::ios_base::failbit) != 0; }
+    bool bad() const { return false; }
+    std::ios_base::iostate rdstate() const { return state_; }
+
+    int peek() {
+        if (!good()) {
+            state_ |= std::ios_base::failbit;
+        } else if (pos_ != end_) {
+            return *pos_;
+        } else {
+            state_ |= std::ios_base::eofbit;
+        }
+        return -1;
+    }
+
+    ByteCursor& seekg(std::ptrdiff_t offset, [[maybe_unused]] std::ios_base::seekdir from_current) {
+        state_ &= ~std::ios_base::eofbit;
+        if (fail()) {
+            return *this;
+        }
+        if (offset < begin_ - pos_ || offset > end_ - pos_) {
+            state_ |= std::ios_base::failbit;
+        } else {
+            pos_ += offset;
+        }
+        return *this;
+    }
+
+    /// Octets left up to the end of the range, those that are missing included.
+    std::size_t remaining() const { return static_cast<std::size_t>(end_ - pos_) + missing_; }
+    /// Octets read or passed over.
+    std::size_t consumed() const { return static_cast<std::size_t>(pos_ - begin_); }
+
+    template <class T>
+    void read(T& value) {
+        using Wire = serialization::impl::WireForm<T>;
+        const std::size_t count = take(Wire::size);
+        Wire::decode(pos_ - count, count, value);
+        if (count != Wire::size) {
+            throw serialization::SerializationException(Wire::texts.deserialize);
+        }
+    }
+
+    /// Passes over `count` octets, or over what is there, and returns them. The state is then that
+    /// of a stream after a read of `count` octets.
+    std::span<const std::uint8_t> read_octets(std::size_t count) {
+        const std::size_t taken = take(count);
+        return {pos_ - taken, taken};
+    }
+
+    /// The next `length` octets as a range of their own. `leave` goes with it.
+    ByteCursor enter(std::size_t length) const {
+        const std::size_t there = std::min(length, static_cast<std::size_t>(end_ - pos_));
+        return ByteCursor({pos_, there}, length - there);
+    }
+
+    /// Goes to the end of `range`, read or not; where that lies beyond the bytes, fails and stays
+    /// behind what was read. As ~LimitedIStream leaves its stream.
+    void leave(const ByteCursor& range) {
+        pos_ = range.missing_ == 0 ? range.end_ : range.pos_;
+        if (range.missing_ != 0) {
+            state_ |= std::ios_base::failbit;
+        }
+    }
+
+private:
+    std::size_t take(std::size_t count) {
+        if (!good()) {
+            state_ |= std::ios_base::failbit;
+            return 0;
+        }
+        const auto there = static_cast<std::size_t>(end_ - pos_);
+        if (count > there) {
+            state_ |= std::ios_base::eofbit | std::ios_base::failbit;
+            count = there;
+        }
+        pos_ += count;
+        return count;
+    }
+
+    const std::uint8_t* begin_;
+    const std::uint8_t* pos_;
+    const std::uint8_t* end_;
+    std::size_t missing_;
+    std::ios_base::iostate state_ = std::ios_base::goodbit;
+};
+
+// One name for reading from either source.
+template <class T>
+void read_value(ByteCursor& source, serialization::SerializationContext& /*ctx*/, T& value) {
+    source.read(value);
+}
+template <class T>
+void read_value(std::istream& source, serialization::SerializationContext& ctx, T& value) {
+    serialization::BinarySerializableType<T>::deserialize(source, ctx, value);
+}
+
+/// Reads `octets.size()` octets one by one; throws the octet's message when they run out.
+inline void read_octets(ByteCursor& source, std::span<std::uint8_t> octets) {
+    const auto taken = source.read_octets(octets.size());
+    std::copy(taken.begin(), taken.end(), octets.begin());
+    if (taken.size() != octets.size()) {
+        throw serialization::SerializationException(
+            serialization::impl::octet_texts.deserialize);
+    }
+}
+inline void read_octets(std::istream& source, std::span<std::uint8_t> octets) {
+    serialization::impl::read_octets(source, octets.data(), octets.size());
+    serialization::impl::check_read(source, serialization::impl::octet_texts.deserialize);
+}
+
+}  // namespace nuv::impl

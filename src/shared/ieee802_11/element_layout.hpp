@@ -1,0 +1,315 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <algorithm>
+#include <array>
+#include <concepts>
+#include <cstddef>
+#include <cstdint>
+#include <ostream>
+#include <string_view>
+#include <type_traits>
+
+#include "byte_cursor.hpp"
+#include "nuv/binary_serializable_type.hpp"
+#include "nuv/ieee802_11/ieee802_11_element.hpp"
+#include "nuv/ieee802_11/ieee802_11_field_visitor.hpp"
+
+/// The vocabulary in which an element's body is declared: a list of fields, as types, in wire order.
+///
+///     struct IEEE802_11_SomeElement::Layout {
+///         static bool has_extra(const IEEE802_11_SomeElement& e) { return e.bits_[3]; }
+///         using fields = Fields<Always<"bits", &IEEE802_11_SomeElement::bits_>,
+///                               When<"extra", &IEEE802_11_SomeElement::extra_, has_extra>,
+///                               Rest<"tail", &IEEE802_11_SomeElement::tail_>>;
+///     };
+///     template class IEEE802_11_LayoutElement<IEEE802_11_SomeElement, ...>;
+///
+/// Optionally the layout has `check_length(std::uint8_t)`, which throws what forbids to read an
+/// element with that Length octet, and `check_fields(const E&)`, which throws what forbids to write.
+namespace nuv::ieee802_11::layout {
+
+using serialization::BinarySerializableType;
+using serialization::SerializationContext;
+using serialization::impl::WireForm;
+
+/// A field's name as a template argument.
+template <std::size_t N>
+struct Name {
+    consteval Name(const char (&literal)[N]) { std::copy_n(literal, N, text); }
+    std::string_view view() const { return {text, N - 1}; }
+    char text[N];
+};
+
+template <class Pointer>
+struct MemberOf;
+template <class Class, class Value>
+struct MemberOf<Value Class::*> {
+    using type = Value;
+};
+template <auto Member>
+using MemberType = typename MemberOf<decltype(Member)>::type;
+
+/// Shows one value: numbers least significant octet first as the standard has them, which is the
+/// reverse of how this library writes them; everything else as its octets.
+template <class T>
+void visit_value(IEEE802_11_FieldVisitor& visitor, std::string_view name, const T& value) {
+    std::array<std::uint8_t, WireForm<T>::size> octets{};
+    WireForm<T>::encode(value, octets.data());
+    if constexpr (std::integral<T> || std::is_enum_v<T>) {
+        std::uint64_t number = 0;
+        for (std::size_t k = octets.size(); k-- > 0;) {
+            number = number << 8U | octets[k];
+        }
+        visitor.number(name, number);
+    } else {
+        visitor.octets(name, octets);
+    }
+}
+
+template <class List>
+void visit_list(IEEE802_11_FieldVisitor& visitor, std::string_view name, const List& list) {
+    visitor.open_list(name);
+    for (const auto& value : list) {
+        visit_value(visitor, {}, value);
+    }
+    visitor.close_list();
+}
+
+/// Two octets that belong together.
+inline void visit_pair(IEEE802_11_FieldVisitor& visitor, unsigned first, unsigned second) {
+    visitor.open_list({});
+    visitor.number({}, first);
+    visitor.number({}, second);
+    visitor.close_list();
+}
+
+template <class List>
+void read_list(impl::ByteCursor& body, std::size_t count, List& list) {
+    if constexpr (std::same_as<typename List::value_type, std::uint8_t>) {
+        const auto octets = body.read_octets(count);
+        list.assign(octets.begin(), octets.end());
+        if (octets.size() != count) {
+            throw serialization::SerializationException(WireForm<std::uint8_t>::texts.deserialize);
+        }
+        return;
+    }
+    list.clear();
+    for (; count > 0; --count) {
+        typename List::value_type value{};
+        body.read(value);
+        list.push_back(value);
+    }
+}
+
+/// A field that is always there.
+template <Name name, auto Member>
+struct Always {
+    using Value = MemberType<Member>;
+
+    static constexpr std::uint32_t size = WireForm<Value>::size;
+
+    template <class E>
+    static std::uint32_t length(const E& /*element*/) {
+        return size;
+    }
+    template <class E>
+    static void write(const E& element, std::ostream& os, SerializationContext& ctx) {
+        BinarySerializableType<Value>::serialize(os, ctx, element.*Member);
+    }
+    template <class E>
+    static void read(E& element, impl::ByteCursor& body) {
+        body.read(element.*Member);
+    }
+    template <class E>
+    static bool equal(const E& a, const E& b) {
+        return a.*Member == b.*Member;
+    }
+    template <class E>
+    static void visit(const E& element, IEEE802_11_FieldVisitor& visitor) {
+        visit_value(visitor, name.view(), element.*Member);
+    }
+};
+
+/// A field that is there when the fields before it say so. Absent on reading, it becomes zero.
+template <Name name, auto Member, auto Present>
+struct When {
+    using Field = Always<name, Member>;
+
+    template <class E>
+    static std::uint32_t length(const E& element) {
+        return Present(element) ? Field::length(element) : 0;
+    }
+    template <class E>
+    static void write(const E& element, std::ostream& os, SerializationContext& ctx) {
+        if (Present(element)) {
+            Field::write(element, os, ctx);
+        }
+    }
+    template <class E>
+    static void read(E& element, impl::ByteCursor& body) {
+        if (Present(element)) {
+            Field::read(element, body);
+        } else {
+            element.*Member = {};
+        }
+    }
+    template <class E>
+    static bool equal(const E& a, const E& b) {
+        return Field::equal(a, b);
+    }
+    template <class E>
+    static void visit(const E& element, IEEE802_11_FieldVisitor& visitor) {
+        if (Present(element)) {
+            Field::visit(element, visitor);
+        }
+    }
+};
+
+/// A list that takes what remains of the body.
+template <Name name, auto Member>
+struct Rest {
+    using List = MemberType<Member>;
+    static constexpr std::size_t value_size = WireForm<typename List::value_type>::size;
+
+    template <class E>
+    static std::uint32_t length(const E& element) {
+        return static_cast<std::uint32_t>((element.*Member).size() * value_size);
+    }
+    template <class E>
+    static void write(const E& element, std::ostream& os, SerializationContext& ctx) {
+        BinarySerializableType<List>::serialize(os, ctx, element.*Member);
+    }
+    template <class E>
+    static void read(E& element, impl::ByteCursor& body) {
+        read_list(body, body.remaining() / value_size, element.*Member);
+    }
+    template <class E>
+    static bool equal(const E& a, const E& b) {
+        return a.*Member == b.*Member;
+    }
+    template <class E>
+    static void visit(const E& element, IEEE802_11_FieldVisitor& visitor) {
+        visit_list(visitor, name.view(), element.*Member);
+    }
+};
+
+/// A list behind a count octet.
+template <Name name, auto Member>
+struct Counted {
+    using Items = Rest<name, Member>;
+
+    template <class E>
+    static std::uint32_t length(const E& element) {
+        return 1 + Items::length(element);
+    }
+    template <class E>
+    static void write(const E& element, std::ostream& os, SerializationContext& ctx) {
+        BinarySerializableType<std::uint8_t>::serialize(
+            os, ctx, static_cast<std::uint8_t>((element.*Member).size()));
+        Items::write(element, os, ctx);
+    }
+    template <class E>
+    static void read(E& element, impl::ByteCursor& body) {
+        std::uint8_t count = 0;
+        body.read(count);
+        read_list(body, count, element.*Member);
+    }
+    template <class E>
+    static bool equal(const E& a, const E& b) {
+        return Items::equal(a, b);
+    }
+    template <class E>
+    static void visit(const E& element, IEEE802_11_FieldVisitor& visitor) {
+        Items::visit(element, visitor);
+    }
+};
+
+template <class Field>
+consteval std::uint32_t fixed_size() {
+    if constexpr (requires { Field::size; }) {
+        return Field::size;
+    } else {
+        return 0;
+    }
+}
+
+/// The fields of a body in wire order, and what follows from them.
+template <class... Field>
+struct Fields {
+    /// Octets of the fields that are always there.
+    static constexpr std::uint32_t fixed_length = (std::uint32_t{0} + ... + fixed_size<Field>());
+
+    template <class E>
+    static std::uint32_t length(const E& element) {
+        return (std::uint32_t{0} + ... + Field::length(element));
+    }
+    template <class E>
+    static void write(const E& element, std::ostream& os, SerializationContext& ctx) {
+        (Field::write(element, os, ctx), ...);
+    }
+    template <class E>
+    static void read(E& element, impl::ByteCursor& body) {
+        (Field::read(element, body), ...);
+    }
+    template <class E>
+    static bool equal(const E& a, const E& b) {
+        return (Field::equal(a, b) && ...);
+    }
+    template <class E>
+    static void visit(const E& element, IEEE802_11_FieldVisitor& visitor) {
+        (Field::visit(element, visitor), ...);
+    }
+};
+
+}  // namespace nuv::ieee802_11::layout
+
+namespace nuv::ieee802_11 {
+
+template <class Derived, IEEE802_11_Element_ID ID, IEEE802_11_Element_ID_Extension ExtID>
+std::uint32_t IEEE802_11_LayoutElement<Derived, ID, ExtID>::get_length() const {
+    return this->HEADER_LENGTH +
+           Derived::Layout::fields::length(static_cast<const Derived&>(*this));
+}
+
+template <class Derived, IEEE802_11_Element_ID ID, IEEE802_11_Element_ID_Extension ExtID>
+void IEEE802_11_LayoutElement<Derived, ID, ExtID>::visit_fields(
+    IEEE802_11_FieldVisitor& visitor) const {
+    Derived::Layout::fields::visit(static_cast<const Derived&>(*this), visitor);
+}
+
+template <class Derived, IEEE802_11_Element_ID ID, IEEE802_11_Element_ID_Extension ExtID>
+void IEEE802_11_LayoutElement<Derived, ID, ExtID>::check_fields() const {
+    if constexpr (requires(const Derived& e) { Derived::Layout::check_fields(e); }) {
+        Derived::Layout::check_fields(static_cast<const Derived&>(*this));
+    }
+}
+
+template <class Derived, IEEE802_11_Element_ID ID, IEEE802_11_Element_ID_Extension ExtID>
+void IEEE802_11_LayoutElement<Derived, ID, ExtID>::check_length(
+    [[maybe_unused]] std::uint8_t length) const {
+    if constexpr (requires { Derived::Layout::check_length(length); }) {
+        Derived::Layout::check_length(length);
+    }
+}
+
+template <class Derived, IEEE802_11_Element_ID ID, IEEE802_11_Element_ID_Extension ExtID>
+void IEEE802_11_LayoutElement<Derived, ID, ExtID>::write_body(
+    std::ostream& os, serialization::SerializationContext& ctx) const {
+    Derived::Layout::fields::write(static_cast<const Derived&>(*this), os, ctx);
+}
+
+template <class Derived, IEEE802_11_Element_ID ID, IEEE802_11_Element_ID_Extension ExtID>
+void IEEE802_11_LayoutElement<Derived, ID, ExtID>::read_body(
+    impl::ByteCursor& body, serialization::SerializationContext& /*ctx*/) {
+    Derived::Layout::fields::read(static_cast<Derived&>(*this), body);
+}
+
+template <class Derived, IEEE802_11_Element_ID ID, IEEE802_11_Element_ID_Extension ExtID>
+bool IEEE802_11_LayoutElement<Derived, ID, ExtID>::equal_fields(
+    const IEEE802_11_Element_Base& other) const {
+    return Derived::Layout::fields::equal(static_cast<const Derived&>(*this),
+                                          static_cast<const Derived&>(other));
+}
+
+}  // namespace nuv::ieee802_11

@@ -1,0 +1,221 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "nuv/ieee802_11/ieee802_11_rsn_element.hpp"
+
+#include <cstdio>
+#include <string>
+
+#include "ieee802_11/element_layout.hpp"
+
+namespace nuv::ieee802_11 {
+
+using serialization::BinarySerializableType;
+using serialization::SerializationContext;
+using serialization::SerializationException;
+
+namespace {
+
+constexpr unsigned rsn_version = 1;
+constexpr std::uint32_t version_size = 2;
+constexpr std::uint32_t suite_size = 4;
+constexpr std::uint32_t count_size = 2;
+constexpr std::uint32_t capabilities_size = 2;
+constexpr std::uint32_t pmkid_size = 16;
+
+/// Two octets, least significant first: what a bit set of 16 is on the wire.
+using LittleEndian16 = std::bitset<16>;
+
+unsigned read_little_endian_16(impl::ByteCursor& body) {
+    LittleEndian16 bits;
+    body.read(bits);
+    return static_cast<unsigned>(bits.to_ullong());
+}
+
+void write_little_endian_16(std::ostream& os, SerializationContext& ctx, std::size_t value) {
+    BinarySerializableType<LittleEndian16>::serialize(os, ctx, LittleEndian16(value));
+}
+
+template <class List>
+void read_counted(impl::ByteCursor& body, int& remaining, std::uint32_t entry_size,
+                  const char* size_error, List& list) {
+    const unsigned count = read_little_endian_16(body);
+    remaining -= static_cast<int>(count_size);
+    if (count > IEEE802_11_RSNElement::MAX_LIST_SIZE ||
+        remaining < static_cast<int>(entry_size * count)) {
+        throw SerializationException(size_error);
+    }
+    layout::read_list(body, count, list);
+    remaining -= static_cast<int>(entry_size * count);
+}
+
+template <class List>
+void write_counted(std::ostream& os, SerializationContext& ctx, const List& list) {
+    write_little_endian_16(os, ctx, list.size());
+    BinarySerializableType<List>::serialize(os, ctx, list);
+}
+
+std::string to_text(const IEEE802_11_CipherSuite& suite) {
+    std::array<char, sizeof "00-0F-AC:255"> text{};
+    std::snprintf(text.data(), text.size(), "%02X-%02X-%02X:%u", unsigned{suite.oui[0]},
+                  unsigned{suite.oui[1]}, unsigned{suite.oui[2]}, unsigned{suite.type});
+    return text.data();
+}
+
+void visit_suites(IEEE802_11_FieldVisitor& visitor, std::string_view name,
+                  const IEEE802_11_RSNElement::Suites& suites) {
+    visitor.open_list(name);
+    for (const auto& suite : suites) {
+        visitor.text({}, to_text(suite));
+    }
+    visitor.close_list();
+}
+
+}  // namespace
+
+// | size             | field                   | clause     |
+// |------------------|-------------------------|------------|
+// | 2                | version                 | 9.4.2.24.1 |
+// | 4                | group data cipher suite | 9.4.2.24.2 |
+// | 2 + 4 per suite  | pairwise cipher suites  | 9.4.2.24.2 |
+// | 2 + 4 per suite  | AKM suites              | 9.4.2.24.3 |
+// | 2                | RSN capabilities        | 9.4.2.24.4 |
+// | 2 + 16 per PMKID | PMKIDs                  | 9.4.2.24.5 |
+// | 4                | group management cipher | 9.4.2.24.2 |
+enum class IEEE802_11_RSNElement::Part {
+    VERSION,
+    GROUP_DATA,
+    PAIRWISE,
+    AKM,
+    CAPABILITIES,
+    PMKID,
+    GROUP_MANAGEMENT,
+};
+
+IEEE802_11_RSNElement::Part IEEE802_11_RSNElement::last_part() const {
+    return has_group_management_cipher() ? Part::GROUP_MANAGEMENT
+           : has_pmkid_list()            ? Part::PMKID
+           : has_rsn_capabilities()      ? Part::CAPABILITIES
+           : has_akm_suite_list()        ? Part::AKM
+           : has_pairwise_cipher_list()  ? Part::PAIRWISE
+           : has_group_data()            ? Part::GROUP_DATA
+                                         : Part::VERSION;
+}
+
+std::uint32_t IEEE802_11_RSNElement::get_length() const {
+    const auto list = [](std::uint32_t entry_size, std::size_t count) {
+        return count_size + entry_size * static_cast<std::uint32_t>(count);
+    };
+    const Part last = last_part();
+    std::uint32_t length = HEADER_LENGTH + version_size;
+    length += last >= Part::GROUP_DATA ? suite_size : 0;
+    length += last >= Part::PAIRWISE ? list(suite_size, pairwise_cipher_list_.size()) : 0;
+    length += last >= Part::AKM ? list(suite_size, akm_suite_list_.size()) : 0;
+    length += last >= Part::CAPABILITIES ? capabilities_size : 0;
+    length += last >= Part::PMKID ? list(pmkid_size, pmkid_list_.size()) : 0;
+    length += last >= Part::GROUP_MANAGEMENT ? suite_size : 0;
+    return length;
+}
+
+void IEEE802_11_RSNElement::check_fields() const {
+    if (pairwise_cipher_list_.size() > MAX_LIST_SIZE || akm_suite_list_.size() > MAX_LIST_SIZE ||
+        pmkid_list_.size() > MAX_LIST_SIZE) {
+        throw SerializationException("Invalid size");
+    }
+    // Deliberate: the header counts, although an element of 256 and 257 octets could be written.
+    if (get_length() > 255) {
+        throw SerializationException("Invalid length");
+    }
+}
+
+void IEEE802_11_RSNElement::write_body(std::ostream& os, SerializationContext& ctx) const {
+    using Suite = BinarySerializableType<IEEE802_11_CipherSuite>;
+    const Part last = last_part();
+    write_little_endian_16(os, ctx, rsn_version);
+    if (last >= Part::GROUP_DATA) {
+        Suite::serialize(os, ctx, group_data_);
+    }
+    if (last >= Part::PAIRWISE) {
+        write_counted(os, ctx, pairwise_cipher_list_);
+    }
+    if (last >= Part::AKM) {
+        write_counted(os, ctx, akm_suite_list_);
+    }
+    if (last >= Part::CAPABILITIES) {
+        BinarySerializableType<Capabilities>::serialize(os, ctx, rsn_capabilities_);
+    }
+    if (last >= Part::PMKID) {
+        write_counted(os, ctx, pmkid_list_);
+    }
+    if (last >= Part::GROUP_MANAGEMENT) {
+        Suite::serialize(os, ctx, group_management_cipher_);
+    }
+}
+
+void IEEE802_11_RSNElement::read_body(impl::ByteCursor& body, SerializationContext& /*ctx*/) {
+    *this = {};
+    auto remaining = static_cast<int>(body.remaining());
+
+    // Version
+    if (read_little_endian_16(body) != rsn_version) {
+        throw SerializationException("Invalid version");
+    }
+    remaining -= static_cast<int>(version_size);
+    // Each part is looked for on its own: a rest too short for one part may be the next part.
+    // Group data cipher suite
+    if (remaining > 3) {
+        body.read(group_data_);
+        has_group_data_ = true;
+        remaining -= static_cast<int>(suite_size);
+    }
+    // Pairwise cipher suites
+    if (remaining > 1) {
+        read_counted(body, remaining, suite_size, "Invalid size", pairwise_cipher_list_);
+    }
+    // AKM suites
+    if (remaining > 1) {
+        read_counted(body, remaining, suite_size, "Invalid size", akm_suite_list_);
+    }
+    // RSN capabilities
+    if (remaining > 1) {
+        body.read(rsn_capabilities_);
+        remaining -= static_cast<int>(capabilities_size);
+    }
+    // PMKIDs
+    if (remaining > 1) {
+        read_counted(body, remaining, pmkid_size, "Invalid counter", pmkid_list_);
+    }
+    // Group management cipher suite
+    if (remaining > 3) {
+        body.read(group_management_cipher_);
+        has_group_management_cipher_ = true;
+        remaining -= static_cast<int>(suite_size);
+    }
+    if (remaining != 0) {
+        throw SerializationException("Sanity Check: Unconsumed length");
+    }
+}
+
+bool IEEE802_11_RSNElement::equal_fields(const IEEE802_11_Element_Base& other) const {
+    const auto& o = static_cast<const IEEE802_11_RSNElement&>(other);
+    return has_group_data_ == o.has_group_data_ && group_data_ == o.group_data_ &&
+           pairwise_cipher_list_ == o.pairwise_cipher_list_ &&
+           akm_suite_list_ == o.akm_suite_list_ && rsn_capabilities_ == o.rsn_capabilities_ &&
+           pmkid_list_ == o.pmkid_list_ &&
+           has_group_management_cipher_ == o.has_group_management_cipher_ &&
+           group_management_cipher_ == o.group_management_cipher_;
+}
+
+void IEEE802_11_RSNElement::visit_fields(IEEE802_11_FieldVisitor& visitor) const {
+    visitor.number("version", rsn_version);
+    if (has_group_data_) {
+        visitor.text("group_data", to_text(group_data_));
+    }
+    visit_suites(visitor, "pairwise", pairwise_cipher_list_);
+    visit_suites(visitor, "akm", akm_suite_list_);
+    visitor.number("capabilities", rsn_capabilities_.to_ullong());
+    layout::visit_list(visitor, "pmkids", pmkid_list_);
+    if (has_group_management_cipher_) {
+        visitor.text("group_management", to_text(group_management_cipher_));
+    }
+}
+
+}  // namespace nuv::ieee802_11

@@ -1,0 +1,96 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "nuv/ieee802_11/ieee802_11_supported_operating_classes.hpp"
+
+#include "ieee802_11/element_layout.hpp"
+
+namespace nuv::ieee802_11 {
+
+using serialization::BinarySerializableType;
+using serialization::SerializationContext;
+using serialization::SerializationException;
+
+// Body: current operating class (1), capable operating classes (1 each), and, if there are any, 130
+// and the operating class extension (1 each), 0 and the duples (2 each). IEEE Std 802.11-2020,
+// 9.4.2.53, where 130 and 0 are the delimiters of the two sequences.
+namespace {
+
+constexpr std::uint8_t extension_delimiter = 130;
+constexpr std::uint8_t duple_delimiter = 0;
+constexpr std::size_t duple_size = 2;
+
+}  // namespace
+
+std::uint32_t IEEE802_11_SupportedOperatingClasses::get_length() const {
+    const std::size_t body = 1 + capable_opclasses_.size() +
+                             (extension_vector_.empty() ? 0 : 1 + extension_vector_.size()) +
+                             (duple_opclasses_.empty() ? 0 : 1 + duple_size * duple_opclasses_.size());
+    return HEADER_LENGTH + static_cast<std::uint32_t>(body);
+}
+
+void IEEE802_11_SupportedOperatingClasses::check_fields() const {
+    if (get_length() - HEADER_LENGTH > 255) {
+        throw SerializationException("Invalid length");
+    }
+}
+
+void IEEE802_11_SupportedOperatingClasses::write_body(std::ostream& os,
+                                                      SerializationContext& ctx) const {
+    using Octet = BinarySerializableType<std::uint8_t>;
+    using Classes = BinarySerializableType<Classes>;
+    Octet::serialize(os, ctx, current_opclass_);
+    Classes::serialize(os, ctx, capable_opclasses_);
+    if (!extension_vector_.empty()) {
+        Octet::serialize(os, ctx, extension_delimiter);
+        Classes::serialize(os, ctx, extension_vector_);
+    }
+    if (!duple_opclasses_.empty()) {
+        Octet::serialize(os, ctx, duple_delimiter);
+        BinarySerializableType<Duples>::serialize(os, ctx, duple_opclasses_);
+    }
+}
+
+void IEEE802_11_SupportedOperatingClasses::read_body(impl::ByteCursor& body,
+                                                     SerializationContext& /*ctx*/) {
+    body.read(current_opclass_);
+    capable_opclasses_.clear();
+    extension_vector_.clear();
+    duple_opclasses_.clear();
+
+    Classes* list = &capable_opclasses_;
+    while (body.remaining() > 0) {
+        std::uint8_t octet = 0;
+        body.read(octet);
+        if (octet == duple_delimiter) {
+            if (body.remaining() == 0 || body.remaining() % duple_size != 0) {
+                throw SerializationException(
+                    "Invalid length: must fit IEEE802_11_DupleOperatingClass");
+            }
+            layout::read_list(body, body.remaining() / duple_size, duple_opclasses_);
+        } else if (octet == extension_delimiter && list == &capable_opclasses_) {
+            list = &extension_vector_;
+        } else {
+            list->push_back(octet);
+        }
+    }
+}
+
+bool IEEE802_11_SupportedOperatingClasses::equal_fields(
+    const IEEE802_11_Element_Base& other) const {
+    const auto& o = static_cast<const IEEE802_11_SupportedOperatingClasses&>(other);
+    return current_opclass_ == o.current_opclass_ && capable_opclasses_ == o.capable_opclasses_ &&
+           extension_vector_ == o.extension_vector_ && duple_opclasses_ == o.duple_opclasses_;
+}
+
+void IEEE802_11_SupportedOperatingClasses::visit_fields(IEEE802_11_FieldVisitor& visitor) const {
+    layout::visit_value(visitor, "current_opclass", current_opclass_);
+    layout::visit_list(visitor, "capable_opclasses", capable_opclasses_);
+    layout::visit_list(visitor, "extension_vector", extension_vector_);
+    // Two octets in wire order: a pair of classes, not a number.
+    visitor.open_list("duple_opclasses");
+    for (const std::uint16_t duple : duple_opclasses_) {
+        layout::visit_pair(visitor, duple >> 8U, duple & 0xFFU);
+    }
+    visitor.close_list();
+}
+
+}  // namespace nuv::ieee802_11
