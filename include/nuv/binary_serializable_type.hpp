@@ -72,10 +72,10 @@ consteval CodecTexts integer_texts() {
 /// The integers that have a wire form: every width unsigned, and 8 and 64 bits signed. Chosen by
 /// size and signedness, so that `long` and `long long` work alike on every machine.
 template <class T>
-concept WireInteger = std::integral<T> && !std::same_as<T, bool> && !std::same_as<T, wchar_t> &&
-                      !std::same_as<T, char8_t> && !std::same_as<T, char16_t> &&
-                      !std::same_as<T, char32_t> &&
-                      (std::unsigned_integral<T> || sizeof(T) == 1 || sizeof(T) == 8);
+concept WireInteger =
+    std::integral<T> && !std::same_as<T, bool> && !std::same_as<T, wchar_t> &&
+    !std::same_as<T, char8_t> && !std::same_as<T, char16_t> && !std::same_as<T, char32_t> &&
+    (std::unsigned_integral<T> || sizeof(T) == 1 || sizeof(T) == 8);
 
 /// How a value of fixed size lies on the wire. A specialisation has
 ///  - `size`, octets;
@@ -131,8 +131,7 @@ struct WireForm<bool> {
 
 /// Enumerations over one octet: their number.
 template <class T>
-    requires(std::is_enum_v<T> && sizeof(T) == 1)
-struct WireForm<T> {
+requires(std::is_enum_v<T> && sizeof(T) == 1) struct WireForm<T> {
     static constexpr std::size_t size = 1;
     static constexpr CodecTexts texts = octet_texts;
 
@@ -161,11 +160,28 @@ struct WireForm<std::array<std::uint8_t, N>> {
     }
 };
 
+/// Values made of nothing but octets, T::Octets: as that array.
+template <class T>
+requires requires(const T& value) { T(typename T::Octets(value.octets())); }
+struct WireForm<T> {
+    using Array = WireForm<typename T::Octets>;
+    static constexpr std::size_t size = Array::size;
+    static constexpr CodecTexts texts = Array::texts;
+
+    static void encode(const T& value, std::uint8_t* octets) {
+        Array::encode(value.octets(), octets);
+    }
+    static void decode(const std::uint8_t* octets, std::size_t count, T& value) {
+        typename T::Octets array = value.octets();
+        Array::decode(octets, count, array);
+        value = T(array);
+    }
+};
+
 /// Bit sets: octet k carries bits 8k to 8k+7, bit 8k in its least significant bit. A short read
 /// leaves the octets read before it applied and the rest of the set as it was.
 template <std::size_t N>
-    requires(N % 8 == 0)
-struct WireForm<std::bitset<N>> {
+requires(N % 8 == 0) struct WireForm<std::bitset<N>> {
     static constexpr std::size_t size = N / 8;
     static constexpr CodecTexts texts = octet_texts;
 
@@ -195,7 +211,9 @@ private:
 };
 
 template <class T>
-concept HasWireForm = requires { WireForm<T>::size; };
+concept HasWireForm = requires {
+    WireForm<T>::size;
+};
 
 template <class T>
 concept ListOfSerializable =

@@ -8,16 +8,17 @@
 
 namespace nuv::impl {
 
-/// A stream buffer that reads through to another one and ends at a limit. All positions are absolute
-/// positions of the buffer below: position 0 is its beginning, not the beginning of the range, and
-/// seeking back before the range is allowed. Input only; it has no putback area.
+/// A stream buffer that reads through to another one and ends at a limit. All positions are
+/// absolute positions of the buffer below: position 0 is its beginning, not the beginning of the
+/// range, and seeking back before the range is allowed. Input only; it has no putback area.
 class NUV_EXPORT LimitedInputStreambuf : public std::streambuf {
 public:
     /// The position that no buffer has.
     static const pos_type INVALID_POS;
 
     /// Starts at the position of `underlying` (never null, must outlive this) and ends `limit`
-    /// characters behind it. Throws std::logic_error if that position cannot be had, as from a pipe.
+    /// characters behind it. Throws std::logic_error if that position cannot be had, as from a
+    /// pipe.
     LimitedInputStreambuf(std::streambuf* underlying, std::int64_t limit);
 
     pos_type get_limit_position() const { return limit_; }

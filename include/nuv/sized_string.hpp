@@ -17,7 +17,8 @@ NUV_EXPORT void serialize_string_with_uint8_size(std::ostream& os, Serialization
                                                  std::uint8_t max);
 
 /// Reads a length octet and that many bytes into `out`. Throws SerializationException if the length
-/// is not in [`min`, `max`] or the stream fails; `out` is then unchanged, what was read is consumed.
+/// is not in [`min`, `max`] or the stream fails; `out` is then unchanged, what was read is
+/// consumed.
 NUV_EXPORT void deserialize_string_with_uint8_size(std::istream& is, SerializationContext& ctx,
                                                    std::string& out, std::uint8_t min,
                                                    std::uint8_t max);

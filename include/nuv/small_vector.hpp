@@ -13,9 +13,9 @@
 
 namespace nuv {
 
-/// A list that keeps up to `N` elements inside the object and moves to the heap beyond that. What an
-/// element on the air may hold fits inside; what a caller sets may be longer, and is refused only
-/// when it is written. Contiguous; converts from and to spans.
+/// A list that keeps up to `N` elements inside the object and moves to the heap beyond that. What
+/// an element on the air may hold fits inside; what a caller sets may be longer, and is refused
+/// only when it is written. Contiguous; converts from and to spans.
 template <class T, std::uint32_t N>
 class SmallVector {
     static_assert(std::is_trivially_copyable_v<T>);

@@ -131,8 +131,7 @@ inline void read_octets(ByteCursor& source, std::span<std::uint8_t> octets) {
     const auto taken = source.read_octets(octets.size());
     std::copy(taken.begin(), taken.end(), octets.begin());
     if (taken.size() != octets.size()) {
-        throw serialization::SerializationException(
-            serialization::impl::octet_texts.deserialize);
+        throw serialization::SerializationException(serialization::impl::octet_texts.deserialize);
     }
 }
 inline void read_octets(std::istream& source, std::span<std::uint8_t> octets) {

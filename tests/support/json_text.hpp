@@ -11,49 +11,53 @@
 namespace nuv::test {
 
 /// A sink with room for some bytes; then it refuses, or throws.
-class FullBuffer : public std::streambuf {
-public:
-    explicit FullBuffer(std::size_t room, bool throws = false) : room_(room), throws_(throws) {}
-    int syncs = 0;
-
-private:
+struct FullBuffer : std::streambuf {
+    explicit FullBuffer(std::size_t size, bool throwing = false) : room(size), throws(throwing) {}
     int_type overflow(int_type byte) override {
-        if (room_ > 0) {
-            --room_;
-            return byte;
+        if (text.size() == room) {
+            return throws ? throw std::runtime_error("full") : traits_type::eof();
         }
-        return throws_ ? throw std::runtime_error("full") : traits_type::eof();
+        text += traits_type::to_char_type(byte);
+        return byte;
     }
     int sync() override { return ++syncs, 0; }
 
-    std::size_t room_;
-    bool throws_;
+    std::size_t room;
+    bool throws;
+    std::string text;
+    int syncs = 0;
 };
 
-/// What `function` throws says; "" when it throws nothing.
+/// What the exception says that `function` throws; else what it returns.
 template <typename Exception = serialization::SerializationException>
 std::string message_of(auto&& function) {
     try {
-        function();
+        return function();
     } catch (const Exception& exception) {
         return exception.what();
     }
-    return "";
 }
 
-/// What `function` writes to the stream that it is given.
-inline std::string json_of(auto&& function, serialization::YAJLStream::YAJLIndentation indentation =
-                                                serialization::YAJLStream::YAJLIndentation{0}) {
-    std::ostringstream os;
-    serialization::YAJLStream stream(os, indentation);
-    function(stream);
-    return os.str();
+/// The compact JSON that `function` writes to the stream it is given, in which there is room for
+/// `room` bytes; what it throws is told instead.
+template <typename Exception = serialization::SerializationException>
+std::string written(auto&& function, std::size_t room = 100'000) {
+    return message_of<Exception>([&] {
+        FullBuffer buffer(room);
+        std::ostream os(&buffer);
+        serialization::YAJLStream stream(os, serialization::YAJLStream::YAJLIndentation::COMPACT);
+        return function(stream), buffer.text;
+    });
 }
 
 template <typename T>
-void write_json(serialization::YAJLStream& stream, const T& value) {
-    serialization::SerializationContext ctx;
-    serialization::JSONSerializableType<T>::serialize(stream, ctx, value);
+std::string to_json(const T& value, std::size_t room = 100'000) {
+    return written(
+        [&](serialization::YAJLStream& stream) {
+            serialization::SerializationContext ctx;
+            serialization::JSONSerializableType<T>::serialize(stream, ctx, value);
+        },
+        room);
 }
 
 inline serialization::YAJLNode parse(const std::string& text) {
@@ -61,27 +65,15 @@ inline serialization::YAJLNode parse(const std::string& text) {
     return serialization::YAJLNode(is);
 }
 
-/// Reads the member `key` of the document `text`, or the document itself, into `value`.
+/// Reads the member `key` of the document `text` into `value`; returns "" or what it throws.
 template <typename T>
-void read_json(const std::string& text, const std::string& key, T& value) {
-    serialization::YAJLNode node = parse(text);
-    serialization::SerializationContext ctx;
-    serialization::JSONSerializableType<T>::deserialize(node, ctx, key, value);
-}
-
-/// The message of writing `value` to a stream that takes `room` bytes only.
-template <typename T>
-std::string write_failure(const T& value, std::size_t room = 0) {
-    FullBuffer buffer(room);
-    std::ostream os(&buffer);
-    serialization::YAJLStream stream(os, serialization::YAJLStream::YAJLIndentation{0});
-    return message_of([&] { write_json(stream, value); });
-}
-
-/// The message of reading the member `key` of the document `text` as a T.
-template <typename T>
-std::string read_failure(const std::string& text, const std::string& key, T value = T()) {
-    return message_of([&] { read_json(text, key, value); });
+std::string from_json(const std::string& text, const std::string& key, T& value) {
+    return message_of([&] {
+        serialization::YAJLNode node = parse(text);
+        serialization::SerializationContext ctx;
+        serialization::JSONSerializableType<T>::deserialize(node, ctx, key, value);
+        return "";
+    });
 }
 
 }  // namespace nuv::test

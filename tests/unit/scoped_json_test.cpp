@@ -7,31 +7,18 @@
 #include "support/json_text.hpp"
 
 using namespace nuv::serialization;
-using nuv::test::FullBuffer;
-using nuv::test::json_of;
-using nuv::test::message_of;
-
-namespace {
-/// The message of `function` on a stream with room for `room` bytes.
-std::string failure(std::size_t room, auto&& function) {
-    FullBuffer buffer(room);
-    std::ostream os(&buffer);
-    YAJLStream stream(os, YAJLStream::YAJLIndentation{0});
-    return message_of<std::exception>([&] { function(stream); });
-}
-const auto nothing = [] {};
-}  // namespace
+using nuv::test::written;
 
 TEST(ScopedJSON, TellsWhichStepFailedBehindThePrefix) {
     // The prefix is a temporary that is gone when the guard closes.
     const auto object = [](YAJLStream& s) { const ScopedJSONObject guard(s, std::string("p: ")); };
     const auto array = [](YAJLStream& s) { const ScopedJSONArray guard(s, std::string("p: ")); };
-    EXPECT_EQ(failure(0, object), "p: Could not open object");
-    EXPECT_EQ(failure(1, object), "p: Could not close object");
-    EXPECT_EQ(failure(2, object), "");
-    EXPECT_EQ(failure(0, array), "p: Could not open array");
-    EXPECT_EQ(failure(1, array), "p: Could not close array");
-    EXPECT_EQ(json_of(object) + json_of(array), "{}[]");
+    const char* const expected[] = {"p: Could not open object", "p: Could not close object", "{}",
+                                    "p: Could not open array",  "p: Could not close array",  "[]"};
+    for (std::size_t room = 0; room < 3; ++room) {
+        EXPECT_EQ(written(object, room), expected[room]);
+        EXPECT_EQ(written(array, room), expected[room + 3]);
+    }
 }
 
 TEST(ScopedJSON, ClosesInSilenceWhileAnotherExceptionIsOnItsWay) {
@@ -39,50 +26,36 @@ TEST(ScopedJSON, ClosesInSilenceWhileAnotherExceptionIsOnItsWay) {
         const ScopedJSONArray guard(s, "p: ");
         throw std::runtime_error("other");
     };
-    EXPECT_EQ(failure(1, unwound), "other");
-    EXPECT_EQ(json_of([&](YAJLStream& s) { EXPECT_THROW(unwound(s), std::runtime_error); }), "[]");
+    EXPECT_EQ(written<std::runtime_error>(unwound, 1), "other");
+    EXPECT_EQ(written([&](YAJLStream& s) { EXPECT_THROW(unwound(s), std::runtime_error); }), "[]");
 }
 
-TEST(WrapInYAJL, WrapsWhatTheFunctionWrites) {
-    EXPECT_EQ(json_of([](YAJLStream& s) {
-                  wrap_in_yajl_object(s, [&] {
-                      wrap_in_yajl_object(s, "o", nothing);
-                      wrap_in_yajl_array(s, "a", [&] { wrap_in_yajl_array(s, nothing); });
-                  });
-              }),
-              "{\"o\":{},\"a\":[[]]}");
-}
-
-TEST(WrapInYAJL, TellsWhichStepFailed) {
-    const auto object = [](YAJLStream& s) { wrap_in_yajl_object(s, nothing); };
-    const auto array = [](YAJLStream& s) { wrap_in_yajl_array(s, nothing); };
-    const auto named = [](YAJLStream& s) {
-        s.open_object();
-        wrap_in_yajl_object(s, "n\"", nothing);
+TEST(WrapInYAJL, WrapsWhatTheFunctionWritesAndTellsWhichStepFailed) {
+    const auto wrapped = [](std::size_t room) {
+        const auto nothing = [] {};
+        const auto array_in_array = [&](YAJLStream& s) {
+            wrap_in_yajl_array(s, [&] { wrap_in_yajl_array(s, nothing); });
+        };
+        const auto members = [&](YAJLStream& s) {
+            wrap_in_yajl_object(s, [&] {
+                wrap_in_yajl_object(s, "\"", nothing);
+                wrap_in_yajl_array(s, "a", nothing);
+            });
+        };
+        return written(array_in_array, room) + "; " + written(members, room);
     };
-    const auto named_array = [](YAJLStream& s) {
-        s.open_object();
-        wrap_in_yajl_array(s, "n", nothing);
-    };
-    struct {
-        std::string actual;
-        const char* expected;
-    } const rows[] = {
-        {failure(0, object), "Wrapping function call in object failed: Could not open object"},
-        {failure(1, object), "Wrapping function call in object failed: Could not close object"},
-        {failure(0, array), "Wrapping function call in array failed: Could not open array"},
-        {failure(1, array), "Wrapping function call in array failed: Could not close array"},
-        {failure(1, named),
-         "Wrapping function call in object \"n\\\"\" failed: "
-         "Failed to write wrapper object name"},
-        {failure(6, named),
-         "Wrapping function call in object \"n\\\"\" failed: Could not open object"},
-        {failure(1, named_array),
-         "Wrapping function call in array \"n\" failed: Failed to write wrapper array name"},
-        {failure(6, named_array),
-         "Wrapping function call in array \"n\" failed: Could not close array"},
-    };
-    for (const auto& row : rows) {
-        EXPECT_EQ(row.actual, row.expected);
-    }
+    const std::string in_array = "Wrapping function call in array failed: ";
+    const std::string in_object = "Wrapping function call in object failed: ";
+    const std::string member = "Wrapping function call in object \"\\\"\" failed: ";
+    const std::string array_member = "Wrapping function call in array \"a\" failed: ";
+    EXPECT_EQ(wrapped(0),
+              in_array + "Could not open array; " + in_object + "Could not open object");
+    EXPECT_EQ(wrapped(3), in_array + "Could not close array; " + member +
+                              "Failed to write wrapper object name");
+    EXPECT_EQ(wrapped(6), "[[]]; " + member + "Could not open object");
+    EXPECT_EQ(wrapped(7), "[[]]; " + member + "Could not close object");
+    EXPECT_EQ(wrapped(10), "[[]]; " + array_member + "Failed to write wrapper array name");
+    EXPECT_EQ(wrapped(14), "[[]]; " + array_member + "Could not close array");
+    EXPECT_EQ(wrapped(15), "[[]]; " + in_object + "Could not close object");
+    EXPECT_EQ(wrapped(16), "[[]]; {\"\\\"\":{},\"a\":[]}");
 }

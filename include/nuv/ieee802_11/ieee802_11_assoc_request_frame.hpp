@@ -17,16 +17,17 @@
 
 namespace nuv::ieee802_11 {
 
-/// The body of an Association Request frame (IEEE Std 802.11-2020, 9.3.3.5) as a station sent it: what
-/// follows the MAC header. On the wire: capability information (2 octets), listen interval (2), the
-/// SSID element, the other elements.
+/// The body of an Association Request frame (IEEE Std 802.11-2020, 9.3.3.5) as a station sent it:
+/// what follows the MAC header. On the wire: capability information (2 octets), listen interval
+/// (2), the SSID element, the other elements.
 ///
 /// A Reassociation Request carries the current AP's address (6 octets) behind the listen interval,
-/// which has no place here: cut it out before reading, or reading fails with "Invalid SSID length ".
+/// which has no place here: cut it out before reading, or reading fails with "Invalid SSID length
+/// ".
 ///
-/// Every failure to read is a SerializationException; the frame may then be partly replaced. After a
-/// success a stream stands at its end with eofbit set. An element whose Length runs past the end of a
-/// memory stream although its fields were there leaves failbit instead, and counts as read.
+/// Every failure to read is a SerializationException; the frame may then be partly replaced. After
+/// a success a stream stands at its end with eofbit set. An element whose Length runs past the end
+/// of a memory stream although its fields were there leaves failbit instead, and counts as read.
 class NUV_EXPORT AssocRequestFrame : public serialization::BinarySerializable {
 public:
     /// Octets of the capability information.
@@ -65,10 +66,10 @@ public:
         /// The element of this class, null if there is none or its slot holds another class.
         template <class E>
         const E* get_optional_element() const {
-            return dynamic_cast<const E*>(
-                E::ELEMENT_ID == IEEE802_11_Element_ID::ELEMENT_ID_EXTENSION
-                    ? get_optional_element_by_extended_id(E::EXTENSION_ID)
-                    : get_optional_element_by_id(E::ELEMENT_ID));
+            return dynamic_cast<const E*>(E::ELEMENT_ID ==
+                                                  IEEE802_11_Element_ID::ELEMENT_ID_EXTENSION
+                                              ? get_optional_element_by_extended_id(E::EXTENSION_ID)
+                                              : get_optional_element_by_id(E::ELEMENT_ID));
         }
         ElementList get_vendor_specific_vector() const { return vendor_specific_.elements(); }
         ElementList get_ttlm_vector() const { return ttlm_.elements(); }
@@ -127,8 +128,8 @@ public:
     void serialize_impl(std::ostream& os, serialization::SerializationContext& ctx) const override;
     void deserialize_impl(std::istream& is, serialization::SerializationContext& ctx) override;
     /// Reads the frame from its octets: as deserialize_impl from a stream over them, many times
-    /// faster. Returns the state in which such a stream would be left: eofbit, or failbit if the last
-    /// element's Length runs past the end.
+    /// faster. Returns the state in which such a stream would be left: eofbit, or failbit if the
+    /// last element's Length runs past the end.
     std::ios_base::iostate deserialize(std::span<const std::uint8_t> bytes,
                                        serialization::SerializationContext& ctx);
 
@@ -141,8 +142,8 @@ public:
     }
 
     /// Deliberate: its first octet on the wire is the most significant one here, both directions
-    /// agree on it. The number of beacon intervals that the station means, whose octets the standard
-    /// orders the other way, is the byte-swapped one.
+    /// agree on it. The number of beacon intervals that the station means, whose octets the
+    /// standard orders the other way, is the byte-swapped one.
     std::uint16_t get_listen_interval() const { return listen_interval_; }
     void set_listen_interval(std::uint16_t interval) { listen_interval_ = interval; }
 

@@ -13,8 +13,8 @@ namespace nuv::ieee802_11 {
 /// The OUI of the suites that the standard itself defines, 00-0F-AC.
 inline constexpr std::array<std::uint8_t, 3> IEEE802_11_OUI{0x00, 0x0F, 0xAC};
 
-/// A cipher suite or AKM suite selector (IEEE Std 802.11-2020, 9.4.2.24.2 and 9.4.2.24.3). On the wire: the
-/// OUI (3 octets), the type (1 octet).
+/// A cipher suite or AKM suite selector (IEEE Std 802.11-2020, 9.4.2.24.2 and 9.4.2.24.3). On the
+/// wire: the OUI (3 octets), the type (1 octet).
 struct IEEE802_11_CipherSuite {
     // Types under IEEE802_11_OUI, of ciphers and of AKMs.
     static constexpr std::uint8_t USE_GROUP = 0;

@@ -5,13 +5,14 @@
 
 namespace nuv::ieee802_11 {
 
-/// An element that is passed over: its ID, its extension and the size of its body are kept, the body
-/// is not, and is written as zeros (deliberate: what nobody interprets takes no memory).
+/// An element that is passed over: its ID, its extension and the size of its body are kept, the
+/// body is not, and is written as zeros (deliberate: what nobody interprets takes no memory).
 ///
 /// Two of them are equal if those three are. Reading throws "Invalid type" for another ID than the
 /// object's, "Invalid length: must fit an OUI" for a vendor-specific element of less than 3 octets
-/// and for an ID 255 without room for the extension octet, "Seek failed" where the stream ends inside the
-/// body. Writing throws "Invalid length: must fit an OUI" for every size that does not fit.
+/// and for an ID 255 without room for the extension octet, "Seek failed" where the stream ends
+/// inside the body. Writing throws "Invalid length: must fit an OUI" for every size that does not
+/// fit.
 class NUV_EXPORT IEEE802_11_DummyElement : public IEEE802_11_Element_Base {
 public:
     explicit IEEE802_11_DummyElement(IEEE802_11_Element_ID id) : id_(id) {}

@@ -9,21 +9,24 @@
 
 namespace nuv::ieee802_11 {
 
-/// EHT Capabilities (ID 255, extension 108; IEEE Std 802.11be-2024, 9.4.2.313). Bit numbers are those of
-/// the standard's fields.
+/// EHT Capabilities (ID 255, extension 108; IEEE Std 802.11be-2024, 9.4.2.313). Bit numbers are
+/// those of the standard's fields.
 ///
-/// Which maps are there is not on the wire: for the first three it follows from the HE Capabilities of
-/// the same frame and is told to the constructor, for the 320 MHz one from PHY bit 1.
+/// Which maps are there is not on the wire: for the first three it follows from the HE Capabilities
+/// of the same frame and is told to the constructor, for the 320 MHz one from PHY bit 1.
 class NUV_EXPORT IEEE802_11_EHTCapabilities
-    : public IEEE802_11_LayoutElement<IEEE802_11_EHTCapabilities, IEEE802_11_Element_ID::ELEMENT_ID_EXTENSION, IEEE802_11_Element_ID_Extension::EHT_CAPABILITIES> {
+    : public IEEE802_11_LayoutElement<IEEE802_11_EHTCapabilities,
+                                      IEEE802_11_Element_ID::ELEMENT_ID_EXTENSION,
+                                      IEEE802_11_Element_ID_Extension::EHT_CAPABILITIES> {
 public:
     using PPEThresholds = SmallVector<std::uint8_t, 32>;
 
     /// Four octets in one number, see the setter.
     using EHT_20_MHz_only_non_AP_STA_MCS_NSS_MAP = std::uint32_t;
 
-    /// The greatest numbers of spatial streams, 4 bits each: octet 0 for EHT-MCS 0 to 9, octet 1 for 10
-    /// and 11, octet 2 for 12 and 13; reception in the low half of the octet, transmission in the high.
+    /// The greatest numbers of spatial streams, 4 bits each: octet 0 for EHT-MCS 0 to 9, octet 1
+    /// for 10 and 11, octet 2 for 12 and 13; reception in the low half of the octet, transmission
+    /// in the high.
     class EHT_MCS_NSS_MAP {
     public:
         constexpr EHT_MCS_NSS_MAP() = default;
@@ -48,8 +51,8 @@ public:
     };
 
     IEEE802_11_EHTCapabilities() = default;
-    /// Which of the maps are present: the one of a station that operates at 20 MHz only, the one up to
-    /// 80 MHz, the one for 160 MHz.
+    /// Which of the maps are present: the one of a station that operates at 20 MHz only, the one up
+    /// to 80 MHz, the one for 160 MHz.
     IEEE802_11_EHTCapabilities(bool has_20_mhz_only_map, bool has_less_or_equal_80_mhz_map,
                                bool has_160_mhz_map)
         : has_20_mhz_only_map_(has_20_mhz_only_map),
@@ -62,23 +65,33 @@ public:
     /// EHT PHY Capabilities Information.
     const std::bitset<72>& get_phy_info_bits() const { return phy_info_bits_; }
     void set_phy_info_bits(const std::bitset<72>& value) { phy_info_bits_ = value; }
-    /// Deliberate: on the wire the value's most significant octet comes first, so that its low octet is
-    /// the last of the four (EHT-MCS 12 and 13); both ends agree on this order. Setting the map makes it
-    /// present if its low four bits are not all zero, and absent otherwise.
-    const EHT_20_MHz_only_non_AP_STA_MCS_NSS_MAP& get_20_mhz_only_non_ap_sta_mcs_nss_map() const { return mcs_nss_map_20_mhz_only_; }
+    /// Deliberate: on the wire the value's most significant octet comes first, so that its low
+    /// octet is the last of the four (EHT-MCS 12 and 13); both ends agree on this order. Setting
+    /// the map makes it present if its low four bits are not all zero, and absent otherwise.
+    const EHT_20_MHz_only_non_AP_STA_MCS_NSS_MAP& get_20_mhz_only_non_ap_sta_mcs_nss_map() const {
+        return mcs_nss_map_20_mhz_only_;
+    }
     void set_20_mhz_only_non_ap_sta_mcs_nss_map(EHT_20_MHz_only_non_AP_STA_MCS_NSS_MAP value) {
         mcs_nss_map_20_mhz_only_ = value;
         has_20_mhz_only_map_ = (value & 0xFU) != 0;
     }
-    const EHT_MCS_NSS_MAP& get_less_or_equal_80_mhz_mcs_nss_map() const { return mcs_nss_map_less_or_equal_80_mhz_; }
-    void set_less_or_equal_80_mhz_mcs_nss_map(const EHT_MCS_NSS_MAP& value) { mcs_nss_map_less_or_equal_80_mhz_ = value; }
+    const EHT_MCS_NSS_MAP& get_less_or_equal_80_mhz_mcs_nss_map() const {
+        return mcs_nss_map_less_or_equal_80_mhz_;
+    }
+    void set_less_or_equal_80_mhz_mcs_nss_map(const EHT_MCS_NSS_MAP& value) {
+        mcs_nss_map_less_or_equal_80_mhz_ = value;
+    }
     const EHT_MCS_NSS_MAP& get_160_mhz_mcs_nss_map() const { return mcs_nss_map_160_mhz_; }
     void set_160_mhz_mcs_nss_map(const EHT_MCS_NSS_MAP& value) { mcs_nss_map_160_mhz_ = value; }
     const EHT_MCS_NSS_MAP& get_320_mhz_mcs_nss_map() const { return mcs_nss_map_320_mhz_; }
     void set_320_mhz_mcs_nss_map(const EHT_MCS_NSS_MAP& value) { mcs_nss_map_320_mhz_ = value; }
     /// EHT PPE Thresholds, uninterpreted: every octet that remains.
-    const PPEThresholds& get_ppe_threshold_field_dummy() const { return ppe_threshold_field_dummy_; }
-    void set_ppe_threshold_field_dummy(const PPEThresholds& value) { ppe_threshold_field_dummy_ = value; }
+    const PPEThresholds& get_ppe_threshold_field_dummy() const {
+        return ppe_threshold_field_dummy_;
+    }
+    void set_ppe_threshold_field_dummy(const PPEThresholds& value) {
+        ppe_threshold_field_dummy_ = value;
+    }
 
 private:
     friend IEEE802_11_LayoutElement;

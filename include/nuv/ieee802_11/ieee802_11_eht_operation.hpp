@@ -8,8 +8,8 @@
 
 namespace nuv::ieee802_11 {
 
-/// The channel width of an EHT BSS as the Control octet numbers it: not the numbers of ChannelWidth,
-/// and there is no 80+80 MHz. Every octet is carried.
+/// The channel width of an EHT BSS as the Control octet numbers it: not the numbers of
+/// ChannelWidth, and there is no 80+80 MHz. Every octet is carried.
 enum class IEEE802_11_EHTOperationChannelWidthValue : std::uint8_t {
     WIDTH_20 = 0,
     WIDTH_40 = 1,
@@ -20,11 +20,13 @@ enum class IEEE802_11_EHTOperationChannelWidthValue : std::uint8_t {
 
 /// EHT Operation (ID 255, extension 106; IEEE Std 802.11be-2024, 9.4.2.311).
 ///
-/// Deliberate: the two numbers of more than one octet go over the wire most significant octet first;
-/// both ends of this system agree on it. And the bitmap is there when bit 1 of the parameters says so,
-/// with or without the operation information that the standard puts it into.
+/// Deliberate: the two numbers of more than one octet go over the wire most significant octet
+/// first; both ends of this system agree on it. And the bitmap is there when bit 1 of the
+/// parameters says so, with or without the operation information that the standard puts it into.
 class NUV_EXPORT IEEE802_11_EHTOperation
-    : public IEEE802_11_LayoutElement<IEEE802_11_EHTOperation, IEEE802_11_Element_ID::ELEMENT_ID_EXTENSION, IEEE802_11_Element_ID_Extension::EHT_OPERATION> {
+    : public IEEE802_11_LayoutElement<IEEE802_11_EHTOperation,
+                                      IEEE802_11_Element_ID::ELEMENT_ID_EXTENSION,
+                                      IEEE802_11_Element_ID_Extension::EHT_OPERATION> {
 public:
     using ChannelWidthValue = IEEE802_11_EHTOperationChannelWidthValue;
 
@@ -45,12 +47,16 @@ public:
 
     /// Bit 0: operation information present, bit 1: disabled subchannel bitmap present.
     const std::bitset<8>& get_eht_operation_parameters() const { return eht_operation_parameters_; }
-    void set_eht_operation_parameters(const std::bitset<8>& value) { eht_operation_parameters_ = value; }
+    void set_eht_operation_parameters(const std::bitset<8>& value) {
+        eht_operation_parameters_ = value;
+    }
     /// Basic EHT-MCS And NSS Set.
     std::uint32_t get_basic_mcs_nss_set() const { return basic_mcs_nss_set_; }
     void set_basic_mcs_nss_set(std::uint32_t value) { basic_mcs_nss_set_ = value; }
     /// Setting it, or a centre frequency segment, makes the operation information present.
-    ChannelWidthValue get_control_channel_width_value() const { return control_channel_width_value_; }
+    ChannelWidthValue get_control_channel_width_value() const {
+        return control_channel_width_value_;
+    }
     void set_control_channel_width_value(ChannelWidthValue value) {
         control_channel_width_value_ = value;
         eht_operation_parameters_.set(operation_information_present);

@@ -20,10 +20,10 @@ class IEEE802_11_FieldVisitor;
 /// An information element (IEEE Std 802.11-2020, 9.4.2.1): Element ID (1 octet), Length (1 octet:
 /// how many follow), Element ID Extension (1 octet, only for ID 255, counted by Length), body.
 ///
-/// Reading takes what comes as the element it is read into: the caller has looked at the ID and made
-/// an object of the class. A failed read throws SerializationException and may leave the fields
-/// partly replaced. Whether it succeeds or fails inside the body, the stream then stands behind the
-/// element, as far as it reaches.
+/// Reading takes what comes as the element it is read into: the caller has looked at the ID and
+/// made an object of the class. A failed read throws SerializationException and may leave the
+/// fields partly replaced. Whether it succeeds or fails inside the body, the stream then stands
+/// behind the element, as far as it reaches.
 class NUV_EXPORT IEEE802_11_Element_Base : public serialization::BinarySerializable {
 public:
     /// Writes the whole element. Throws SerializationException, writing nothing, if the fields do
@@ -40,9 +40,10 @@ public:
     /// Same ID, same extension and equal fields. A typed element never equals a raw one.
     virtual bool operator==(const IEEE802_11_Element_Base& other) const;
 
-    /// Reads the element that begins at the first of `bytes`: as deserialize_impl from a stream over
-    /// them, many times faster. Returns the state in which such a stream would be left: failbit says
-    /// that the element's Length runs past the end of `bytes`, though every field was there.
+    /// Reads the element that begins at the first of `bytes`: as deserialize_impl from a stream
+    /// over them, many times faster. Returns the state in which such a stream would be left:
+    /// failbit says that the element's Length runs past the end of `bytes`, though every field was
+    /// there.
     std::ios_base::iostate deserialize(std::span<const std::uint8_t> bytes,
                                        serialization::SerializationContext& ctx);
 

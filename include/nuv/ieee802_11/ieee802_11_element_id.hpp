@@ -56,6 +56,6 @@ enum class IEEE802_11_Element_ID_Extension : std::uint8_t {
 /// The element's name in the standard, for people; empty for one that the library does not know.
 /// `extension` counts only for ID 255.
 NUV_EXPORT std::string ieee802_11_element_name(IEEE802_11_Element_ID id,
-                                                    IEEE802_11_Element_ID_Extension extension);
+                                               IEEE802_11_Element_ID_Extension extension);
 
 }  // namespace nuv::ieee802_11

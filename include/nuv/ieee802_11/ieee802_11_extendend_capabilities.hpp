@@ -8,9 +8,9 @@
 
 namespace nuv::ieee802_11 {
 
-/// Extended Capabilities (ID 127; IEEE Std 802.11-2020, 9.4.2.26), of any length: the first ten octets
-/// as a bit set, what comes behind them uninterpreted. The class name's spelling is what its users
-/// know it by.
+/// Extended Capabilities (ID 127; IEEE Std 802.11-2020, 9.4.2.26), of any length: the first ten
+/// octets as a bit set, what comes behind them uninterpreted. The class name's spelling is what its
+/// users know it by.
 ///
 /// Zero octets at the end are not written (deliberate: the standard lets a shorter field stand for
 /// them), unless extra octets follow. More than 245 extra octets are refused on writing with

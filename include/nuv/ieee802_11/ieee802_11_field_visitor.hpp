@@ -9,8 +9,8 @@
 
 namespace nuv::ieee802_11 {
 
-/// Is shown the fields of an element, in wire order, under their names: the way from a typed element
-/// to a text, JSON or a table without knowing its class. Inside a list the names are empty.
+/// Is shown the fields of an element, in wire order, under their names: the way from a typed
+/// element to a text, JSON or a table without knowing its class. Inside a list the names are empty.
 class NUV_EXPORT IEEE802_11_FieldVisitor {
 public:
     virtual ~IEEE802_11_FieldVisitor() = default;

@@ -8,11 +8,14 @@
 
 namespace nuv::ieee802_11 {
 
-/// HE Capabilities (ID 255, extension 35; IEEE Std 802.11ax-2021, 9.4.2.248). Bit numbers are those of
-/// the standard's fields. Two bits of the PHY information decide what else is there: bit 3 (160 MHz)
-/// and bit 4 (80+80 MHz), which are B2 and B3 of the Channel Width Set, whose bit 0 is bit 1 here.
+/// HE Capabilities (ID 255, extension 35; IEEE Std 802.11ax-2021, 9.4.2.248). Bit numbers are those
+/// of the standard's fields. Two bits of the PHY information decide what else is there: bit 3 (160
+/// MHz) and bit 4 (80+80 MHz), which are B2 and B3 of the Channel Width Set, whose bit 0 is bit 1
+/// here.
 class NUV_EXPORT IEEE802_11_HECapabilities
-    : public IEEE802_11_LayoutElement<IEEE802_11_HECapabilities, IEEE802_11_Element_ID::ELEMENT_ID_EXTENSION, IEEE802_11_Element_ID_Extension::HE_CAPABILITIES> {
+    : public IEEE802_11_LayoutElement<IEEE802_11_HECapabilities,
+                                      IEEE802_11_Element_ID::ELEMENT_ID_EXTENSION,
+                                      IEEE802_11_Element_ID_Extension::HE_CAPABILITIES> {
 public:
     using PPEThresholds = SmallVector<std::uint8_t, 28>;
 
@@ -38,8 +41,12 @@ public:
     const std::bitset<16>& get_tx_mcs_80_80_mhz() const { return tx_mcs_80_80_mhz_; }
     void set_tx_mcs_80_80_mhz(const std::bitset<16>& value) { tx_mcs_80_80_mhz_ = value; }
     /// PPE Thresholds, uninterpreted: every octet that remains.
-    const PPEThresholds& get_ppe_threshold_field_dummy() const { return ppe_threshold_field_dummy_; }
-    void set_ppe_threshold_field_dummy(const PPEThresholds& value) { ppe_threshold_field_dummy_ = value; }
+    const PPEThresholds& get_ppe_threshold_field_dummy() const {
+        return ppe_threshold_field_dummy_;
+    }
+    void set_ppe_threshold_field_dummy(const PPEThresholds& value) {
+        ppe_threshold_field_dummy_ = value;
+    }
 
 private:
     friend IEEE802_11_LayoutElement;

@@ -7,10 +7,11 @@
 
 namespace nuv::ieee802_11 {
 
-/// HT Capabilities (ID 45; IEEE Std 802.11-2020, 9.4.2.55). Every field is carried verbatim; bit numbers
-/// are those of the standard's field.
+/// HT Capabilities (ID 45; IEEE Std 802.11-2020, 9.4.2.55). Every field is carried verbatim; bit
+/// numbers are those of the standard's field.
 class NUV_EXPORT IEEE802_11_HTCapabilities
-    : public IEEE802_11_LayoutElement<IEEE802_11_HTCapabilities, IEEE802_11_Element_ID::HT_CAPABILITIES> {
+    : public IEEE802_11_LayoutElement<IEEE802_11_HTCapabilities,
+                                      IEEE802_11_Element_ID::HT_CAPABILITIES> {
 public:
     /// HT Capability Information.
     const std::bitset<16>& get_info_bits() const { return info_bits_; }

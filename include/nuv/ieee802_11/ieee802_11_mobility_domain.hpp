@@ -13,8 +13,8 @@ class NUV_EXPORT IEEE802_11_MobilityDomain
                                       IEEE802_11_Element_ID::MOBILITY_DOMAIN> {
 public:
     /// The Mobility Domain Identifier. Deliberate: its first octet on the wire is the most
-    /// significant one here, both ends of this system agree on it. The value that the standard means,
-    /// which orders the octets the other way, is the byte-swapped one.
+    /// significant one here, both ends of this system agree on it. The value that the standard
+    /// means, which orders the octets the other way, is the byte-swapped one.
     std::uint16_t get_mdid() const { return mdid_; }
     void set_mdid(std::uint16_t mdid) { mdid_ = mdid; }
 

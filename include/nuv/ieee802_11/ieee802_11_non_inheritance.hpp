@@ -6,13 +6,13 @@
 
 namespace nuv::ieee802_11 {
 
-/// Non-Inheritance (ID 255, extension 56; IEEE Std 802.11-2020, 9.4.2.240): the elements that are not
-/// inherited from the containing frame.
+/// Non-Inheritance (ID 255, extension 56; IEEE Std 802.11-2020, 9.4.2.240): the elements that are
+/// not inherited from the containing frame.
 ///
-/// Deliberate: its length counts one octet more than are written, and so does the Length octet; peers
-/// of this library expect that. A frame that carries an element written here reads back one octet
-/// off behind it, or, if nothing follows, with the fail bit set on a memory stream. Elements of other
-/// senders read as they should.
+/// Deliberate: its length counts one octet more than are written, and so does the Length octet;
+/// peers of this library expect that. A frame that carries an element written here reads back one
+/// octet off behind it, or, if nothing follows, with the fail bit set on a memory stream. Elements
+/// of other senders read as they should.
 class NUV_EXPORT IEEE802_11_Non_Inheritance
     : public IEEE802_11_LayoutElement<IEEE802_11_Non_Inheritance,
                                       IEEE802_11_Element_ID::ELEMENT_ID_EXTENSION,

@@ -15,8 +15,8 @@ template <IEEE802_11_Element_ID ID,
 class NUV_EXPORT IEEE802_11_RawElement : public IEEE802_11_Element<ID, ExtID> {
 public:
     const IEEE802_11_Body& get_body() const { return body_; }
-    /// A body longer than an element holds (255 octets, 254 behind an extension octet) is refused on
-    /// writing with "Invalid length".
+    /// A body longer than an element holds (255 octets, 254 behind an extension octet) is refused
+    /// on writing with "Invalid length".
     void set_body(const IEEE802_11_Body& body) { body_ = body; }
 
     std::uint32_t get_length() const override {

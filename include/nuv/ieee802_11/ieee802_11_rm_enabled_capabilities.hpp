@@ -9,7 +9,8 @@ namespace nuv::ieee802_11 {
 
 /// RM Enabled Capabilities (ID 70; IEEE Std 802.11-2020, 9.4.2.44): what a station can measure.
 class NUV_EXPORT IEEE802_11_RMEnabledCapabilities
-    : public IEEE802_11_LayoutElement<IEEE802_11_RMEnabledCapabilities, IEEE802_11_Element_ID::RM_ENABLED_CAPABILITIES> {
+    : public IEEE802_11_LayoutElement<IEEE802_11_RMEnabledCapabilities,
+                                      IEEE802_11_Element_ID::RM_ENABLED_CAPABILITIES> {
 public:
     /// Bit numbers are those of the standard's field.
     const std::bitset<40>& get_capabilities() const { return capabilities_; }

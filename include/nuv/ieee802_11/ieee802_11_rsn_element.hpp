@@ -11,16 +11,17 @@
 
 namespace nuv::ieee802_11 {
 
-/// RSN (ID 48; IEEE Std 802.11-2020, 9.4.2.24): which ciphers and key management a station uses. After
-/// the version every part is optional, from some part on: an element ends behind its last present part,
-/// and what is absent before that part is written as zero counts, zero capabilities, the stored suite.
+/// RSN (ID 48; IEEE Std 802.11-2020, 9.4.2.24): which ciphers and key management a station uses.
+/// After the version every part is optional, from some part on: an element ends behind its last
+/// present part, and what is absent before that part is written as zero counts, zero capabilities,
+/// the stored suite.
 ///
 /// The version and the counts are little-endian on the wire, as the standard has them.
 ///
-/// Reading throws "Invalid version" for another version than 1, "Invalid size" for a list of more than
-/// 10 suites or of more than the element holds, "Invalid counter" likewise for PMKIDs, and "Sanity
-/// Check: Unconsumed length" if octets are left over. Writing throws "Invalid length" if the whole
-/// element is longer than 255 octets.
+/// Reading throws "Invalid version" for another version than 1, "Invalid size" for a list of more
+/// than 10 suites or of more than the element holds, "Invalid counter" likewise for PMKIDs, and
+/// "Sanity Check: Unconsumed length" if octets are left over. Writing throws "Invalid length" if
+/// the whole element is longer than 255 octets.
 class NUV_EXPORT IEEE802_11_RSNElement : public IEEE802_11_Element<IEEE802_11_Element_ID::RSN> {
 public:
     static constexpr std::size_t MAX_LIST_SIZE = 10;
@@ -36,7 +37,8 @@ public:
     }
     bool has_group_data() const { return has_group_data_; }
 
-    // The setters of the lists ignore a list of more than 10 entries and leave the old one in place.
+    // The setters of the lists ignore a list of more than 10 entries and leave the old one in
+    // place.
     const Suites& get_pairwise_cipher_list() const { return pairwise_cipher_list_; }
     void set_pairwise_cipher_list(const Suites& suites) {
         assign_if_fits(pairwise_cipher_list_, suites);

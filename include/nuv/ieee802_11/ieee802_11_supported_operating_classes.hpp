@@ -6,9 +6,9 @@
 
 namespace nuv::ieee802_11 {
 
-/// Supported Operating Classes (ID 59; IEEE Std 802.11-2020, 9.4.2.53): the current class, the classes
-/// that the station is capable of, and two optional lists behind delimiters in the body: 130 opens
-/// the extension list, 0 the list of duples.
+/// Supported Operating Classes (ID 59; IEEE Std 802.11-2020, 9.4.2.53): the current class, the
+/// classes that the station is capable of, and two optional lists behind delimiters in the body:
+/// 130 opens the extension list, 0 the list of duples.
 ///
 /// Class 130 itself therefore ends the capable list (deliberate: peers read it so); a further 130
 /// inside the extension list is data. A body over 255 octets is refused on writing with "Invalid

@@ -7,10 +7,11 @@
 
 namespace nuv::ieee802_11 {
 
-/// VHT Capabilities (ID 191; IEEE Std 802.11-2020, 9.4.2.157). Both fields are carried verbatim; bit
-/// numbers are those of the standard's field.
+/// VHT Capabilities (ID 191; IEEE Std 802.11-2020, 9.4.2.157). Both fields are carried verbatim;
+/// bit numbers are those of the standard's field.
 class NUV_EXPORT IEEE802_11_VHTCapabilities
-    : public IEEE802_11_LayoutElement<IEEE802_11_VHTCapabilities, IEEE802_11_Element_ID::VHT_CAPABILITIES> {
+    : public IEEE802_11_LayoutElement<IEEE802_11_VHTCapabilities,
+                                      IEEE802_11_Element_ID::VHT_CAPABILITIES> {
 public:
     /// VHT Capabilities Information.
     const std::bitset<32>& get_info_bits() const { return info_bits_; }

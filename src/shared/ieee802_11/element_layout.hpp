@@ -15,7 +15,8 @@
 #include "nuv/ieee802_11/ieee802_11_element.hpp"
 #include "nuv/ieee802_11/ieee802_11_field_visitor.hpp"
 
-/// The vocabulary in which an element's body is declared: a list of fields, as types, in wire order.
+/// The vocabulary in which an element's body is declared: a list of fields, as types, in wire
+/// order.
 ///
 ///     struct IEEE802_11_SomeElement::Layout {
 ///         static bool has_extra(const IEEE802_11_SomeElement& e) { return e.bits_[3]; }
@@ -26,7 +27,8 @@
 ///     template class IEEE802_11_LayoutElement<IEEE802_11_SomeElement, ...>;
 ///
 /// Optionally the layout has `check_length(std::uint8_t)`, which throws what forbids to read an
-/// element with that Length octet, and `check_fields(const E&)`, which throws what forbids to write.
+/// element with that Length octet, and `check_fields(const E&)`, which throws what forbids to
+/// write.
 namespace nuv::ieee802_11::layout {
 
 using serialization::BinarySerializableType;

@@ -54,8 +54,7 @@ Ptr make(const Container& /*container*/) {
 Ptr make_eht_capabilities(const Container& container) {
     const auto* he = container.get_optional_element<IEEE802_11_HECapabilities>();
     if (he == nullptr) {
-        constexpr const char* text =
-            "EHT CAPABILITIES IE without preceding HE CAPABILITIES IE";
+        constexpr const char* text = "EHT CAPABILITIES IE without preceding HE CAPABILITIES IE";
         NUV_LOG(log_module, error) << text;
         throw SerializationException(text);
     }
@@ -122,9 +121,7 @@ std::size_t slot_of(std::uint16_t wanted) {
     return row != nullptr ? row->slot : no_slot;
 }
 
-bool equal(const Ptr& a, const Ptr& b) {
-    return a == nullptr || b == nullptr ? a == b : *a == *b;
-}
+bool equal(const Ptr& a, const Ptr& b) { return a == nullptr || b == nullptr ? a == b : *a == *b; }
 
 bool equal(Container::ElementList a, Container::ElementList b) {
     return std::ranges::equal(a, b, [](const Ptr& x, const Ptr& y) { return equal(x, y); });
@@ -202,8 +199,8 @@ void Container::add_element(ElementPtr element) {
     } else if (extended && extension == Ext::TID_TO_LINK_MAPPING) {
         append(ttlm_, std::move(element), "TTLM");
     } else {
-        const std::size_t slot = extended ? map_extended_element_id_to_member(extension)
-                                          : map_element_id_to_member(id);
+        const std::size_t slot =
+            extended ? map_extended_element_id_to_member(extension) : map_element_id_to_member(id);
         if (slot < slots_.size()) {
             slots_[slot] = std::move(element);
         }
@@ -215,8 +212,7 @@ const IEEE802_11_Element_Base* Container::get_optional_element_by_id(ID id) cons
     return slot < slots_.size() ? slots_[slot].get() : nullptr;
 }
 
-const IEEE802_11_Element_Base* Container::get_optional_element_by_extended_id(
-    Ext extension) const {
+const IEEE802_11_Element_Base* Container::get_optional_element_by_extended_id(Ext extension) const {
     const std::size_t slot = map_extended_element_id_to_member(extension);
     return slot < slots_.size() ? slots_[slot].get() : nullptr;
 }

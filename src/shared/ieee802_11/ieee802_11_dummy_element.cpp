@@ -61,8 +61,7 @@ void IEEE802_11_DummyElement::visit_fields(IEEE802_11_FieldVisitor& /*visitor*/)
 
 void IEEE802_11_DummyElement::check_fields() const {
     const std::uint32_t length = get_length() - 2;
-    if (length > 255 ||
-        (id_ == IEEE802_11_Element_ID::VENDOR_SPECIFIC && length < oui_length)) {
+    if (length > 255 || (id_ == IEEE802_11_Element_ID::VENDOR_SPECIFIC && length < oui_length)) {
         throw SerializationException(length_error);
     }
 }

@@ -22,16 +22,16 @@ struct WireForm<ieee802_11::IEEE802_11_EHTCapabilities::EHT_MCS_NSS_MAP>
 
 namespace nuv::ieee802_11 {
 
-/// | offset | size | field                                  | clause                                    |
+/// | offset | size | field                                  | clause |
 /// |--------|------|----------------------------------------|-------------------------------------------|
-/// | 3      | 2    | mac_info_bits                          | 9.4.2.313.2 EHT MAC Capabilities          |
-/// | 5      | 9    | phy_info_bits                          | 9.4.2.313.3 EHT PHY Capabilities          |
-/// |        | 4    | 20_mhz_only_non_ap_sta_mcs_nss_map     | 9.4.2.313.4; deliberate: most significant |
-/// |        |      |                                        | octet first                               |
-/// |        | 3    | less_or_equal_80_mhz_mcs_nss_map       | 9.4.2.313.4                               |
-/// |        | 3    | 160_mhz_mcs_nss_map                    | 9.4.2.313.4                               |
-/// |        | 3    | 320_mhz_mcs_nss_map                    | 9.4.2.313.4, with PHY bit 1               |
-/// |        | rest | ppe_threshold_field_dummy              | 9.4.2.313.5 EHT PPE Thresholds            |
+/// | 3      | 2    | mac_info_bits                          | 9.4.2.313.2 EHT MAC Capabilities | |
+/// 5      | 9    | phy_info_bits                          | 9.4.2.313.3 EHT PHY Capabilities | | |
+/// 4    | 20_mhz_only_non_ap_sta_mcs_nss_map     | 9.4.2.313.4; deliberate: most significant | | |
+/// |                                        | octet first                               | | | 3 |
+/// less_or_equal_80_mhz_mcs_nss_map       | 9.4.2.313.4                               | |        |
+/// 3    | 160_mhz_mcs_nss_map                    | 9.4.2.313.4                               | | |
+/// 3    | 320_mhz_mcs_nss_map                    | 9.4.2.313.4, with PHY bit 1               | | |
+/// rest | ppe_threshold_field_dummy              | 9.4.2.313.5 EHT PPE Thresholds            |
 struct IEEE802_11_EHTCapabilities::Layout {
     using E = IEEE802_11_EHTCapabilities;
     static bool has_20_mhz_only(const E& e) { return e.has_20_mhz_only_map_; }
@@ -39,16 +39,16 @@ struct IEEE802_11_EHTCapabilities::Layout {
     static bool has_160_mhz(const E& e) { return e.has_160_mhz_map_; }
     static bool has_320_mhz(const E& e) { return e.phy_info_bits_[1]; }
 
-    using fields = layout::Fields<
-        layout::Always<"mac_info_bits", &E::mac_info_bits_>,
-        layout::Always<"phy_info_bits", &E::phy_info_bits_>,
-        layout::When<"20_mhz_only_non_ap_sta_mcs_nss_map", &E::mcs_nss_map_20_mhz_only_,
-                     has_20_mhz_only>,
-        layout::When<"less_or_equal_80_mhz_mcs_nss_map", &E::mcs_nss_map_less_or_equal_80_mhz_,
-                     has_80_mhz>,
-        layout::When<"160_mhz_mcs_nss_map", &E::mcs_nss_map_160_mhz_, has_160_mhz>,
-        layout::When<"320_mhz_mcs_nss_map", &E::mcs_nss_map_320_mhz_, has_320_mhz>,
-        layout::Rest<"ppe_threshold_field_dummy", &E::ppe_threshold_field_dummy_>>;
+    using fields =
+        layout::Fields<layout::Always<"mac_info_bits", &E::mac_info_bits_>,
+                       layout::Always<"phy_info_bits", &E::phy_info_bits_>,
+                       layout::When<"20_mhz_only_non_ap_sta_mcs_nss_map",
+                                    &E::mcs_nss_map_20_mhz_only_, has_20_mhz_only>,
+                       layout::When<"less_or_equal_80_mhz_mcs_nss_map",
+                                    &E::mcs_nss_map_less_or_equal_80_mhz_, has_80_mhz>,
+                       layout::When<"160_mhz_mcs_nss_map", &E::mcs_nss_map_160_mhz_, has_160_mhz>,
+                       layout::When<"320_mhz_mcs_nss_map", &E::mcs_nss_map_320_mhz_, has_320_mhz>,
+                       layout::Rest<"ppe_threshold_field_dummy", &E::ppe_threshold_field_dummy_>>;
     static_assert(fields::fixed_length == 11);
 };
 

@@ -16,12 +16,11 @@ namespace {
 
 using serialization::SerializationContext;
 
-/// The body of an element that lies in a stream, taken from it in one operation. What is observed of
-/// the stream is what a LimitedIStream of the body's length leaves behind.
+/// The body of an element that lies in a stream, taken from it in one operation. What is observed
+/// of the stream is what a LimitedIStream of the body's length leaves behind.
 class StreamBody {
 public:
-    StreamBody(std::istream& is, std::uint8_t length)
-        : cursor_(take(is, length)) {}
+    StreamBody(std::istream& is, std::uint8_t length) : cursor_(take(is, length)) {}
 
     ~StreamBody() {
         if (bounded_) {
@@ -41,8 +40,8 @@ private:
         auto* octets = reinterpret_cast<char*>(octets_.data());
         std::streambuf& buffer = *is.rdbuf();
         const bool whole = buffer.in_avail() >= length;
-        const bool seekable = std::streamoff{buffer.pubseekoff(0, std::ios_base::cur,
-                                                               std::ios_base::in)} != -1;
+        const bool seekable =
+            std::streamoff{buffer.pubseekoff(0, std::ios_base::cur, std::ios_base::in)} != -1;
         std::istream* source = &is;
         if (!whole || !seekable) {
             source = &bounded_.emplace(is, length);

@@ -34,9 +34,9 @@ void IEEE802_11_ExtendendCapabilities::write_body(std::ostream& os,
     using Wire = serialization::impl::WireForm<Capabilities>;
     std::array<std::uint8_t, Wire::size> octets{};
     Wire::encode(capabilities_, octets.data());
-    serialization::impl::write_octets(
-        os, octets.data(), std::min<std::size_t>(bytes_to_send(), octets.size()),
-        Wire::texts.serialize);
+    serialization::impl::write_octets(os, octets.data(),
+                                      std::min<std::size_t>(bytes_to_send(), octets.size()),
+                                      Wire::texts.serialize);
     serialization::BinarySerializableType<ExtraBytes>::serialize(os, ctx, extra_bytes_);
 }
 

@@ -21,9 +21,10 @@ constexpr std::size_t duple_size = 2;
 }  // namespace
 
 std::uint32_t IEEE802_11_SupportedOperatingClasses::get_length() const {
-    const std::size_t body = 1 + capable_opclasses_.size() +
-                             (extension_vector_.empty() ? 0 : 1 + extension_vector_.size()) +
-                             (duple_opclasses_.empty() ? 0 : 1 + duple_size * duple_opclasses_.size());
+    const std::size_t body =
+        1 + capable_opclasses_.size() +
+        (extension_vector_.empty() ? 0 : 1 + extension_vector_.size()) +
+        (duple_opclasses_.empty() ? 0 : 1 + duple_size * duple_opclasses_.size());
     return HEADER_LENGTH + static_cast<std::uint32_t>(body);
 }
 

@@ -5,6 +5,7 @@
 
 namespace nuv::ieee802_11 {
 
-template class IEEE802_11_RawElement<IEEE802_11_Element_ID::ELEMENT_ID_EXTENSION, IEEE802_11_Element_ID_Extension::TID_TO_LINK_MAPPING>;
+template class IEEE802_11_RawElement<IEEE802_11_Element_ID::ELEMENT_ID_EXTENSION,
+                                     IEEE802_11_Element_ID_Extension::TID_TO_LINK_MAPPING>;
 
 }  // namespace nuv::ieee802_11
