@@ -26,12 +26,12 @@ LimitedIStream::LimitedIStream(std::istream& is, std::int64_t limit)
 LimitedIStream::~LimitedIStream() {
     try {
         underlying_.seekg(buffer_.get_limit_position());
-    } catch (const std::ios_base::failure& failure) {
+    } catch (const std::ios_base::failure& error) {
         // The record's line is a fixed number: collectors match on it.
         logging::ClogmodProxy("LimitedIStream")
                 .get_ostream(0, "src/shared/limited_istream", "~LimitedIStream", 169)
             << "Failed to seek to the limit (" << std::streamoff{buffer_.get_limit_position()}
-            << "): " << failure.what();
+            << "): " << error.what();
     }
 }
 

@@ -65,10 +65,12 @@ Ptr make_eht_capabilities(const Container& container) {
     return std::make_unique<IEEE802_11_EHTCapabilities>(only_20_mhz, phy[1] || phy[2], phy[3]);
 }
 
+/// The ID and, for ID 255, the extension in one number.
 constexpr std::uint16_t key(ID id) { return static_cast<std::uint16_t>(id); }
 constexpr std::uint16_t key(Ext extension) {
     return static_cast<std::uint16_t>(0x100U + static_cast<unsigned>(extension));
 }
+constexpr std::size_t number_of_keys = 0x200;
 
 /// What a frame accepts: an element's place and the class that reads it, null for a raw one.
 struct Row {
@@ -111,9 +113,19 @@ constexpr std::array<Row, 27> rows{{
 }};
 static_assert(std::ranges::is_sorted(rows, std::ranges::less{}, &Row::key));
 
-constexpr const Row* find_row(std::uint16_t wanted) {
-    const auto* row = std::ranges::lower_bound(rows, wanted, std::ranges::less{}, &Row::key);
-    return row != rows.end() && row->key == wanted ? row : nullptr;
+/// The row of each key, or one past the last: where a received octet leads in one step.
+constexpr auto row_of_key = [] {
+    std::array<std::uint8_t, number_of_keys> index{};
+    index.fill(rows.size());
+    for (std::size_t k = 0; k < rows.size(); ++k) {
+        index[rows[k].key] = static_cast<std::uint8_t>(k);
+    }
+    return index;
+}();
+
+const Row* find_row(std::uint16_t wanted) {
+    const std::size_t row = row_of_key[wanted];
+    return row < rows.size() ? &rows[row] : nullptr;
 }
 
 std::size_t slot_of(std::uint16_t wanted) {

@@ -151,7 +151,14 @@ void IEEE802_11_RSNElement::write_body(std::ostream& os, SerializationContext& c
 }
 
 void IEEE802_11_RSNElement::read_body(impl::ByteCursor& body, SerializationContext& /*ctx*/) {
-    *this = {};
+    group_data_ = {};
+    group_management_cipher_ = {};
+    has_group_data_ = false;
+    has_group_management_cipher_ = false;
+    rsn_capabilities_.reset();
+    pairwise_cipher_list_.clear();
+    akm_suite_list_.clear();
+    pmkid_list_.clear();
     auto remaining = static_cast<int>(body.remaining());
 
     // Version

@@ -37,12 +37,12 @@ void IEEE802_11_SupportedOperatingClasses::check_fields() const {
 void IEEE802_11_SupportedOperatingClasses::write_body(std::ostream& os,
                                                       SerializationContext& ctx) const {
     using Octet = BinarySerializableType<std::uint8_t>;
-    using Classes = BinarySerializableType<Classes>;
+    using List = BinarySerializableType<Classes>;
     Octet::serialize(os, ctx, current_opclass_);
-    Classes::serialize(os, ctx, capable_opclasses_);
+    List::serialize(os, ctx, capable_opclasses_);
     if (!extension_vector_.empty()) {
         Octet::serialize(os, ctx, extension_delimiter);
-        Classes::serialize(os, ctx, extension_vector_);
+        List::serialize(os, ctx, extension_vector_);
     }
     if (!duple_opclasses_.empty()) {
         Octet::serialize(os, ctx, duple_delimiter);

@@ -1,0 +1,313 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "platform/common/clog_core.hpp"
+
+#include <algorithm>
+#include <cerrno>
+#include <chrono>
+#include <cstdio>
+#include <cstring>
+#include <new>
+#include <system_error>
+
+namespace nuv::platform::clog {
+
+namespace {
+
+constexpr std::array LEVEL_NAMES = {"ERROR", "WARN", "INFO", "DEBUG", "TRACE"};
+
+// Set while this thread runs callbacks, under the lock of a logger.
+thread_local bool delivering = false;
+
+template <typename Action>
+int guarded(Action action) noexcept {
+    if (delivering) {
+        return -EDEADLK;
+    }
+    try {
+        return action();
+    } catch (const std::bad_alloc&) {
+        return -ENOMEM;
+    } catch (const std::system_error& e) {
+        return -e.code().value();
+    } catch (...) {
+        return -EIO;
+    }
+}
+
+class FunctionSink final : public Sink {
+public:
+    FunctionSink(clogger_function function, void* ctx) : function_(function), ctx_(ctx) {}
+    void write(const clogger_msg_info& /*info*/, std::string_view line) override {
+        function_(ctx_, line.data());
+    }
+
+private:
+    clogger_function function_;
+    void* ctx_;
+};
+
+class ExtFunctionSink final : public Sink {
+public:
+    ExtFunctionSink(clogger_ext_function function, void* ctx) : function_(function), ctx_(ctx) {}
+    void write(const clogger_msg_info& info, std::string_view line) override {
+        function_(ctx_, &info, line.data());
+    }
+
+private:
+    clogger_ext_function function_;
+    void* ctx_;
+};
+
+std::unique_ptr<Sink> make_sink(const Request& request) {
+    switch (request.kind) {
+        case Kind::FILTER:
+            return nullptr;
+        case Kind::FUNCTION:
+            return std::make_unique<FunctionSink>(
+                reinterpret_cast<clogger_function>(request.callback), request.ctx);
+        case Kind::EXT_FUNCTION:
+            return std::make_unique<ExtFunctionSink>(
+                reinterpret_cast<clogger_ext_function>(request.callback), request.ctx);
+        default:
+            return open_sink(request);
+    }
+}
+
+void append_time(std::string& line, std::int64_t time_us, clogger_snprintf_time function) {
+    std::array<char, 64> text{};
+    if (function != nullptr) {
+        if (function(text.data(), text.size()) > 0) {
+            line.append(text.data(), ::strnlen(text.data(), text.size()));
+        }
+        return;
+    }
+    using namespace std::chrono;
+    const sys_time<microseconds> time{microseconds(time_us)};
+    const auto day = floor<days>(time);
+    const year_month_day date(day);
+    const hh_mm_ss clock(floor<milliseconds>(time - day));
+    std::snprintf(text.data(), text.size(), "%04d-%02u-%02uT%02d:%02d:%02d.%03dZ",
+                  static_cast<int>(date.year()), static_cast<unsigned>(date.month()),
+                  static_cast<unsigned>(date.day()), static_cast<int>(clock.hours().count()),
+                  static_cast<int>(clock.minutes().count()),
+                  static_cast<int>(clock.seconds().count()),
+                  static_cast<int>(clock.subseconds().count()));
+    line += text.data();
+}
+
+void append_source(std::string& line, const clogger_msg_info& info) {
+    if (*info.file != '\0') {
+        line.append(info.file).append(":").append(std::to_string(info.line));
+        line.append(*info.function != '\0' ? " " : "");
+    }
+    line.append(info.function);
+}
+
+void append_line(std::string& line, const clogger_msg_info& info, unsigned fields,
+                 clogger_snprintf_time time_function) {
+    const auto field = [&](clogger_field bit, auto append) {
+        const auto before = line.size();
+        if ((fields & bit) != 0) {
+            append();
+        }
+        if (line.size() != before) {
+            line += ' ';
+        }
+    };
+    field(CLOGGER_FIELD_TIME, [&] { append_time(line, info.time_us, time_function); });
+    field(CLOGGER_FIELD_LEVEL, [&] { line += LEVEL_NAMES[static_cast<std::size_t>(info.level)]; });
+    field(CLOGGER_FIELD_MODULE, [&] { line += *info.module != '\0' ? info.module : info.logger; });
+    field(CLOGGER_FIELD_SOURCE, [&] { append_source(line, info); });
+    if (!line.empty()) {
+        line.back() = ':';
+        line += ' ';
+    }
+    line += info.text;
+}
+
+}  // namespace
+
+bool Request::valid() const noexcept {
+    switch (kind) {
+        case Kind::RING:
+            return name != nullptr && *name != '\0' && std::strlen(name) <= 200 &&
+                   std::strchr(name, '/') == nullptr && size >= 1024 && size <= (1U << 30);
+        case Kind::LOG_FILE:
+            return name != nullptr && *name != '\0';
+        case Kind::FUNCTION:
+        case Kind::EXT_FUNCTION:
+        case Kind::FILTER:
+            return callback != nullptr;
+        default:
+            return true;
+    }
+}
+
+bool Outputs::Output::is(const Request& request) const noexcept {
+    return kind == request.kind && callback == request.callback && ctx == request.ctx &&
+           name == (request.name != nullptr ? request.name : "");
+}
+
+std::vector<Outputs::Output>::iterator Outputs::find(const Request& request) {
+    return std::find_if(outputs_.begin(), outputs_.end(),
+                        [&](const Output& output) { return output.is(request); });
+}
+
+int Outputs::add(const Request& request) noexcept {
+    return guarded([&] {
+        if (!request.valid()) {
+            return -EINVAL;
+        }
+        const auto fields = request.fields != 0 ? request.fields : traits(request.kind).fields;
+        const std::lock_guard lock(mutex_);
+        const auto found = find(request);
+        if (found == outputs_.end()) {
+            outputs_.push_back({request.kind, request.name != nullptr ? request.name : "",
+                                request.callback, request.ctx,
+                                request.newline || traits(request.kind).newline, request.mask,
+                                fields, make_sink(request)});
+        } else if (request.kind <= Kind::SYSTEM_LOG) {
+            found->mask = request.mask;
+            found->fields = fields;
+        } else {
+            return -EEXIST;
+        }
+        update_taken();
+        return 0;
+    });
+}
+
+int Outputs::remove(const Request& request) noexcept {
+    return guarded([&] {
+        const std::lock_guard lock(mutex_);
+        const auto found = find(request);
+        if (found == outputs_.end()) {
+            return -ENOENT;
+        }
+        outputs_.erase(found);
+        update_taken();
+        return 0;
+    });
+}
+
+int Outputs::set_time_function(clogger_snprintf_time function) noexcept {
+    return guarded([&] {
+        const std::lock_guard lock(mutex_);
+        time_function_ = function;
+        return 0;
+    });
+}
+
+void Outputs::clear() {
+    const std::lock_guard lock(mutex_);
+    outputs_.clear();
+    time_function_ = nullptr;
+    update_taken();
+}
+
+void Outputs::update_taken() {
+    unsigned taken = 0;
+    for (const auto& output : outputs_) {
+        taken |= output.sink != nullptr ? output.mask : 0U;
+    }
+    taken_.store(taken, std::memory_order_relaxed);
+}
+
+void Outputs::deliver(const clogger_msg_info& info) noexcept {
+    if (delivering) {
+        return;
+    }
+    const std::lock_guard lock(mutex_);
+    delivering = true;
+    const bool pass = std::all_of(outputs_.begin(), outputs_.end(), [&](const Output& output) {
+        return output.kind != Kind::FILTER ||
+               reinterpret_cast<clogger_msg_filter>(output.callback)(output.ctx, &info) != 0;
+    });
+    for (const auto& output : outputs_) {
+        if (pass && output.sink != nullptr && ((output.mask >> info.level) & 1) != 0) {
+            try {
+                output.sink->write(info, compose(output, info));
+            } catch (...) {  // this output cannot take it; the others may
+            }
+        }
+    }
+    delivering = false;
+}
+
+std::string_view Outputs::compose(const Output& output, const clogger_msg_info& info) {
+    if (output.fields == CLOGGER_FIELD_NONE && !output.newline) {
+        return info.text;
+    }
+    line_.clear();
+    append_line(line_, info, output.fields, time_function_);
+    if (output.newline) {
+        line_ += '\n';
+    }
+    return line_;
+}
+
+std::vector<std::string> Outputs::describe() const {
+    const std::lock_guard lock(mutex_);
+    std::vector<std::string> lines;
+    for (const auto& output : outputs_) {
+        std::string line = traits(output.kind).add;
+        if (!output.name.empty()) {
+            line += " \"" + output.name + '"';
+        }
+        if (output.sink != nullptr) {
+            line +=
+                " mask " + std::to_string(output.mask) + " fields " + std::to_string(output.fields);
+        }
+        lines.push_back(std::move(line));
+    }
+    return lines;
+}
+
+Registry& Registry::get() {
+    static Registry* const registry = [] {
+        auto* const made = std::make_unique<Registry>().release();
+        made->set_up_default_logger();
+        return made;
+    }();
+    return *registry;
+}
+
+void Registry::set_up_default_logger() {
+    default_logger = loggers.find_or_make("default");
+    if (default_logger != nullptr) {
+        default_logger.load()->outputs.add({.kind = Kind::STANDARD_ERROR, .mask = 0x1F});
+    }
+}
+
+bool passes(const clogger& logger, const clogmod* module, int level) noexcept {
+    if (module == nullptr) {
+        module = logger.main_module.load(std::memory_order_relaxed);
+    }
+    const int limit =
+        module != nullptr ? module->level.load(std::memory_order_relaxed) : CLOGGER_INFO;
+    return level <= limit && logger.outputs.take(level);
+}
+
+const char* format_text(std::string& buffer, const char* fmt, std::va_list args) {
+    if (std::strcmp(fmt, "%s") == 0) {  // what all C++ callers use
+        return va_arg(args, const char*);
+    }
+    std::va_list again;
+    va_copy(again, args);
+    const int size = std::vsnprintf(nullptr, 0, fmt, again);
+    va_end(again);
+    if (size > 0) {
+        buffer.resize(static_cast<std::size_t>(size));
+        std::vsnprintf(buffer.data(), buffer.size() + 1, fmt, args);
+    }
+    return buffer.c_str();
+}
+
+}  // namespace nuv::platform::clog
+
+clogger* clogmod::logger() const noexcept {
+    clogger* const own = bound.load(std::memory_order_acquire);
+    return own != nullptr ? own
+                          : nuv::platform::clog::Registry::get().default_logger.load(
+                                std::memory_order_acquire);
+}

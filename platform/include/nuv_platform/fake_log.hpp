@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "nuv_platform/export.h"
+
+namespace nuv::platform {
+
+/// The logger of the test double: remembers every record it was given, masked or not. Handles are
+/// names that live as long as the process; loggers, outputs, filters and levels begin anew with
+/// each FakePlatform. The clock of records stands at 0. Outputs other than callbacks write nothing.
+class NUV_PLATFORM_EXPORT FakeLog {
+public:
+    struct Record {
+        int level = 0;
+        std::string logger;
+        std::string module;  ///< "" for a record written straight to the logger
+        std::string file;
+        std::string function;
+        int line = 0;
+        int debug_arg = 0;
+        std::string text;
+
+        bool operator==(const Record&) const = default;
+    };
+
+    FakeLog();
+    ~FakeLog();
+    FakeLog(const FakeLog&) = delete;
+    FakeLog& operator=(const FakeLog&) = delete;
+
+    std::vector<Record> records() const;
+    /// The texts of records(), alone.
+    std::vector<std::string> texts() const;
+    void clear_records();
+
+    /// The calls that added an output or filter which nobody removed.
+    std::vector<std::string> leftovers() const;
+
+    /// For the fake's C functions.
+    struct State;
+    State& state() { return *state_; }
+
+private:
+    std::unique_ptr<State> state_;
+};
+
+}  // namespace nuv::platform

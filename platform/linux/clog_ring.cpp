@@ -1,0 +1,89 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "platform/linux/clog_ring.hpp"
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/mman.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <atomic>
+#include <cerrno>
+#include <cstring>
+#include <system_error>
+
+namespace nuv::platform::clog {
+
+namespace {
+
+void check(bool good, int error = errno) {
+    if (!good) {
+        throw std::system_error(error, std::system_category());
+    }
+}
+
+}  // namespace
+
+RingSink::RingSink(const std::string& name, std::uint32_t size)
+    : object_(CLOGGER_RING_PREFIX + name),
+      fd_(::shm_open(object_.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, S_IRUSR | S_IWUSR)) {
+    check(fd_ >= 0);
+    try {
+        map(size);
+    } catch (...) {
+        ::close(fd_);
+        throw;
+    }
+}
+
+RingSink::~RingSink() {
+    ::munmap(ring_, sizeof *ring_ + ring_->size);
+    ::shm_unlink(object_.c_str());
+    ::close(fd_);
+}
+
+void RingSink::map(std::uint32_t size) {
+    check(::flock(fd_, LOCK_EX | LOCK_NB) == 0, errno == EWOULDBLOCK ? EBUSY : errno);
+    struct stat status {};
+    check(::fstat(fd_, &status) == 0);
+    check(status.st_nlink != 0, EBUSY);           // removed by its owner at this moment
+    check(status.st_uid == ::geteuid(), EACCES);  // another user's, waiting for our records
+
+    const std::size_t total = sizeof *ring_ + size;
+    if (status.st_size != static_cast<off_t>(total)) {
+        check(::ftruncate(fd_, 0) == 0);
+        // Memory that is only promised would end the process when it is written to.
+        if (const int error = ::posix_fallocate(fd_, 0, static_cast<off_t>(total))) {
+            ::shm_unlink(object_.c_str());
+            check(false, error);
+        }
+    }
+    void* const memory = ::mmap(nullptr, total, PROT_READ | PROT_WRITE, MAP_SHARED, fd_, 0);
+    check(memory != MAP_FAILED);
+    ring_ = static_cast<clogger_ring*>(memory);
+    if (std::memcmp(ring_->magic, CLOGGER_RING_MAGIC, sizeof ring_->magic) != 0 ||
+        ring_->size != size) {
+        *ring_ = {.magic = {}, .size = size, .reserved = 0, .begun = 0, .written = 0};
+        std::memcpy(ring_->magic, CLOGGER_RING_MAGIC, sizeof ring_->magic);
+    }
+    ring_->written = ring_->begun;
+}
+
+void RingSink::write(const clogger_msg_info& /*info*/, std::string_view line) {
+    line = line.substr(0, ring_->size);
+    const std::uint64_t begin = ring_->written;
+    const std::uint64_t end = begin + line.size();
+    std::atomic_ref(ring_->begun).store(end, std::memory_order_relaxed);
+    std::atomic_thread_fence(std::memory_order_release);
+
+    const auto offset = static_cast<std::size_t>(begin % ring_->size);
+    const std::size_t first = std::min(line.size(), ring_->size - offset);
+    std::memcpy(text() + offset, line.data(), first);
+    std::memcpy(text(), line.data() + first, line.size() - first);
+    text()[(end - 1) % ring_->size] = '\n';  // also where a line longer than the ring was cut
+
+    std::atomic_ref(ring_->written).store(end, std::memory_order_release);
+}
+
+}  // namespace nuv::platform::clog

@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <cstddef>
+#include <string>
+
+#include "nuv_platform/clog_ring.h"
+#include "platform/common/clog_core.hpp"
+
+namespace nuv::platform::clog {
+
+/// A ring in shared memory; its form is told in clog_ring.h. It is removed with this object, which
+/// lives as long as the output: a process that ends without removing the output leaves the ring.
+class RingSink final : public Sink {
+public:
+    /// Throws std::system_error; EBUSY when another output writes to the ring.
+    RingSink(const std::string& name, std::uint32_t size);
+    ~RingSink() override;
+
+    void write(const clogger_msg_info& info, std::string_view line) override;
+
+private:
+    void map(std::uint32_t size);
+    char* text() const { return reinterpret_cast<char*>(ring_ + 1); }
+
+    std::string object_;
+    int fd_;  // holds the lock
+    clogger_ring* ring_ = nullptr;
+};
+
+}  // namespace nuv::platform::clog
