@@ -2,7 +2,6 @@
 #pragma once
 
 #include <sstream>
-#include <stdexcept>
 #include <streambuf>
 #include <string>
 
@@ -10,12 +9,14 @@
 
 namespace nuv::test {
 
+using namespace serialization;
+
 /// A sink with room for some bytes; then it refuses, or throws.
 struct FullBuffer : std::streambuf {
     explicit FullBuffer(std::size_t size, bool throwing = false) : room(size), throws(throwing) {}
     int_type overflow(int_type byte) override {
         if (text.size() == room) {
-            return throws ? throw std::runtime_error("full") : traits_type::eof();
+            return throws ? throw SerializationException("full") : traits_type::eof();
         }
         text += traits_type::to_char_type(byte);
         return byte;
@@ -29,7 +30,7 @@ struct FullBuffer : std::streambuf {
 };
 
 /// What the exception says that `function` throws; else what it returns.
-template <typename Exception = serialization::SerializationException>
+template <typename Exception = SerializationException>
 std::string message_of(auto&& function) {
     try {
         return function();
@@ -38,42 +39,34 @@ std::string message_of(auto&& function) {
     }
 }
 
-/// The compact JSON that `function` writes to the stream it is given, in which there is room for
-/// `room` bytes; what it throws is told instead.
-template <typename Exception = serialization::SerializationException>
-std::string written(auto&& function, std::size_t room = 100'000) {
-    return message_of<Exception>([&] {
+/// The compact JSON that `function` writes where there is room for `room` bytes, or what it throws.
+std::string written(auto&& function, std::size_t room = 1000) {
+    return message_of([&] {
         FullBuffer buffer(room);
         std::ostream os(&buffer);
-        serialization::YAJLStream stream(os, serialization::YAJLStream::YAJLIndentation::COMPACT);
+        YAJLStream stream(os, YAJLStream::YAJLIndentation::COMPACT);
         return function(stream), buffer.text;
     });
 }
 
 template <typename T>
-std::string to_json(const T& value, std::size_t room = 100'000) {
-    return written(
-        [&](serialization::YAJLStream& stream) {
-            serialization::SerializationContext ctx;
-            serialization::JSONSerializableType<T>::serialize(stream, ctx, value);
-        },
-        room);
+std::string to_json(const T& value, std::size_t room = 1000) {
+    SerializationContext ctx;
+    return written([&](auto& s) { JSONSerializableType<T>::serialize(s, ctx, value); }, room);
 }
 
-inline serialization::YAJLNode parse(const std::string& text) {
+inline YAJLNode parse(const std::string& text) {
     std::istringstream is(text);
-    return serialization::YAJLNode(is);
+    return YAJLNode(is);
 }
 
 /// Reads the member `key` of the document `text` into `value`; returns "" or what it throws.
 template <typename T>
 std::string from_json(const std::string& text, const std::string& key, T& value) {
-    return message_of([&] {
-        serialization::YAJLNode node = parse(text);
-        serialization::SerializationContext ctx;
-        serialization::JSONSerializableType<T>::deserialize(node, ctx, key, value);
-        return "";
-    });
+    YAJLNode node = parse(text);
+    SerializationContext ctx;
+    return message_of(
+        [&] { return JSONSerializableType<T>::deserialize(node, ctx, key, value), ""; });
 }
 
 }  // namespace nuv::test

@@ -8,33 +8,24 @@
 #include "support/json_text.hpp"
 
 using nuv::EtherHeader;
-using nuv::MACAddress;
 
 TEST(EtherHeader, WritesThreeFlushedLinesWhateverTheFormat) {
     nuv::test::FullBuffer buffer(200);
     std::ostream os(&buffer);
-    os << std::uppercase << std::showbase << std::setfill('*') << std::setw(9);
-    const auto flags = os.flags();
-    os << EtherHeader(MACAddress("00:1A:2B:3C:4D:5E"), MACAddress("80:00:00:00:00:01"), 0x88CC);
+    os << std::uppercase << std::showbase << std::setfill('*') << std::setw(9)
+       << EtherHeader(nuv::MACAddress("00:1A:2B:3C:4D:5E"), nuv::MACAddress(), 0x88CC);
     EXPECT_EQ(buffer.text,
-              "dest address: 00:1A:2B:3C:4D:5E\nsrc address: 80:00:00:00:00:01\nethertype: 88cc\n");
-    EXPECT_EQ(buffer.syncs, 3);
-    EXPECT_TRUE(os.width() == 9 && os.fill() == '*' && os.flags() == flags);
+              "dest address: 00:1A:2B:3C:4D:5E\nsrc address: 00:00:00:00:00:00\nethertype: 88cc\n");
+    EXPECT_TRUE(buffer.syncs == 3 && os.width() == 9 && os.fill() == '*');
 }
 
 TEST(EtherHeader, ComparesAndSwapsEveryField) {
-    const MACAddress address("00:1A:2B:3C:4D:5E");
-    EtherHeader dest(0), src(0), type(0);
-    dest.set_dest_addr(address);
-    src.set_src_addr(address);
-    type.set_ethertype(0x88CC);
-    for (EtherHeader header : {dest, src, type}) {
-        EtherHeader other(0);
-        EXPECT_FALSE(header == other);
-        header.swap(other);
-        EXPECT_EQ(header, EtherHeader(MACAddress(), MACAddress(), 0));
-        EXPECT_EQ(other.get_dest_addr() == address, other == dest);
-        EXPECT_EQ(other.get_src_addr() == address, other == src);
-        EXPECT_EQ(other.get_ethertype() == 0x88CC, other == type);
+    EtherHeader headers[] = {EtherHeader(0), EtherHeader(0), EtherHeader(0), EtherHeader(0x88CC)};
+    headers[1].set_dest_addr(nuv::MACAddress("00:1A:2B:3C:4D:5E"));
+    headers[2].set_src_addr(nuv::MACAddress("00:1A:2B:3C:4D:5E"));
+    for (std::size_t i = 0; i < 16; ++i) {
+        EtherHeader a = headers[i / 4], b = headers[i % 4];
+        a.swap(b);
+        EXPECT_TRUE(a == headers[i % 4] && b == headers[i / 4] && (a == b) == (i / 4 == i % 4));
     }
 }

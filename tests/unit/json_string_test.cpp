@@ -9,13 +9,12 @@ using nuv::serialization::json_string_escape;
 using nuv::serialization::json_string_unescape;
 
 TEST(JSONString, EscapesEveryByteAsAgreedSignExtendedAbove7F) {
-    const std::map<unsigned, std::string> letters{{8, "\\b"},    {9, "\\t"},  {10, "\\n"},
-                                                  {12, "\\f"},   {13, "\\r"}, {'"', "\\\""},
-                                                  {'\\', "\\\\"}};
+    const std::map<unsigned, char> letters{{8, 'b'},  {9, 't'},   {10, 'n'},   {12, 'f'},
+                                           {13, 'r'}, {'"', '"'}, {'\\', '\\'}};
     for (unsigned byte = 0; byte < 256; ++byte) {
         const std::string text(1, static_cast<char>(byte));
         const std::string hex{"0123456789abcdef"[byte / 16], "0123456789abcdef"[byte % 16]};
-        const std::string expected = letters.contains(byte) ? letters.at(byte)
+        const std::string expected = letters.contains(byte) ? std::string{'\\', letters.at(byte)}
                                      : byte < 0x20          ? "\\u00" + hex
                                      : byte < 0x80          ? text
                                                             : "\\uffffff" + hex;
@@ -25,17 +24,8 @@ TEST(JSONString, EscapesEveryByteAsAgreedSignExtendedAbove7F) {
 }
 
 TEST(JSONString, UnescapesToSingleBytes) {
-    const std::map<std::string, std::string> rows{{"a\\u0041b", "aAb"},
-                                                  {"\\u00e9\\u12E9", "\xE9\xE9"},
-                                                  {"\\u12zz", "u12zz"},
-                                                  {"\\u123", "u123"},
-                                                  {"\\u-123", "u-123"},
-                                                  {"\\uffffffc3",
-                                                   "\xFF"
-                                                   "ffc3"},
-                                                  {"\\\\n\\/\\x", "\\n/x"},
-                                                  {"end\\", "end\\"}};
-    for (const auto& [text, expected] : rows) {
-        EXPECT_EQ(json_string_unescape(text), expected) << text;
-    }
+    EXPECT_EQ(json_string_unescape("a\\u0041b\\u00e9\\u12E9"), "aAb\xE9\xE9");
+    EXPECT_EQ(json_string_unescape("\\u12zz\\u-123\\u123"), "u12zzu-123u123");
+    EXPECT_EQ(json_string_unescape("\\uffffffc3"), std::string("\xFF") + "ffc3");
+    EXPECT_EQ(json_string_unescape("\\\\n\\/\\x\\"), "\\n/x\\");
 }

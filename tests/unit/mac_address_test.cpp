@@ -3,54 +3,41 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdio>
 #include <iomanip>
 #include <iterator>
+#include <regex>
 
 #include "nuv/binary_serializable_type.hpp"
 #include "nuv_platform/fake.hpp"
 #include "support/json_text.hpp"
 
 using nuv::MACAddress;
-using nuv::test::from_json;
-using nuv::test::message_of;
-using nuv::test::to_json;
+using namespace nuv::test;
 
 namespace {
 const std::string TEXT = "00:1A:2B:3C:4D:5E";
 const MACAddress ADDRESS({0x00, 0x1A, 0x2B, 0x3C, 0x4D, 0x5E});
-
-/// A scan by the C library is the reference, also for what a refused text leaves behind.
-void expect_as_scanned(const std::string& text) {
-    MACAddress::Octets o{};
-    int end = 0;
-    const bool fits = text.size() == 17 &&
-                      text.find_first_not_of("0123456789ABCDEFabcdef:") == std::string::npos &&
-                      std::sscanf(text.c_str(), "%2hhx:%2hhx:%2hhx:%2hhx:%2hhx:%2hhx%n", &o[0],
-                                  &o[1], &o[2], &o[3], &o[4], &o[5], &end) == 6 &&
-                      end == 17;
-    MACAddress parsed;
-    EXPECT_EQ(parsed.parse_string(text), fits) << text;
-    EXPECT_EQ(parsed.octets(), o) << text;
-}
 }  // namespace
 
-TEST(MACAddress, EveryTextOneCharacterOffIsReadAsAScanReadsIt) {
+TEST(MACAddress, IsReadFromItsTextAndFromNoneOneCharacterOff) {
+    const std::regex form("([0-9A-Fa-f]{2}:){5}[0-9A-Fa-f]{2}");
     for (std::size_t place = 0; place < TEXT.size(); ++place) {
         for (int byte = 0; byte < 256; ++byte) {
-            expect_as_scanned(std::string(TEXT).replace(place, 1, 1, static_cast<char>(byte)));
+            const auto text = std::string(TEXT).replace(place, 1, 1, static_cast<char>(byte));
+            EXPECT_EQ(MACAddress().parse_string(text), std::regex_match(text, form)) << text;
         }
-        expect_as_scanned(std::string(TEXT).erase(place, 1));
-        expect_as_scanned(std::string(TEXT).insert(place, 1, ':'));
-        expect_as_scanned(std::string(TEXT).insert(place, 1, ':').substr(0, 17));
-    }
-    for (const char* text :
-         {"001A2:B3C:4D:5E:F", "1:2:3:4:5:6::::::", "12345678901234567", "00:1a:2b:3c:4d:5e"}) {
-        expect_as_scanned(text);
+        EXPECT_FALSE(MACAddress().parse_string(std::string(TEXT).erase(place, 1)));
+        EXPECT_FALSE(MACAddress().parse_string(std::string(TEXT).insert(place, 1, ':')));
     }
     EXPECT_EQ(MACAddress("00:1a:2b:3c:4d:5e").to_string(), TEXT);
     EXPECT_EQ(message_of<std::invalid_argument>([] { return MACAddress("x").to_string(); }),
               "'x' is no valid MACAddress string");
+}
+
+TEST(MACAddress, ARefusedTextLeavesTheOctetsThatWereReadBefore) {
+    MACAddress a, b;
+    EXPECT_FALSE(a.parse_string("1:2:F03:4D:5E:F::") || b.parse_string("1:2:3:4:5:6::::::"));
+    EXPECT_EQ(a.to_string() + ' ' + b.to_string(), "01:02:F0:00:00:00 01:02:03:04:05:06");
 }
 
 TEST(MACAddress, OutputIgnoresAndKeepsTheFormat) {
@@ -63,28 +50,19 @@ TEST(MACAddress, OutputIgnoresAndKeepsTheFormat) {
 }
 
 TEST(MACAddress, InputEndsWithExactlyTheFailBitOrNone) {
-    struct {
-        std::string text;
-        bool accepted;
-        std::string rest;
-    } const rows[] = {
-        {TEXT, true, ""},
-        {" \n" + TEXT + " x", true, " x"},
-        {TEXT + "77", true, "77"},
-        {TEXT.substr(1), false, ""},  // the end of file is forgotten on purpose
-        {"zz:zz:zz:zz:zz:zz x", false, " x"},
-        {"", false, ""},
-    };
-    for (const auto& row : rows) {
-        std::istringstream is(row.text);
+    const auto read = [](const std::string& text) {
+        std::istringstream is(text);
         MACAddress address;
         is >> std::setw(3) >> address;
-        EXPECT_EQ(is.rdstate(), row.accepted ? std::ios::goodbit : std::ios::failbit) << row.text;
-        EXPECT_EQ(address, row.accepted ? ADDRESS : MACAddress()) << row.text;
+        EXPECT_EQ(is.rdstate(), address == ADDRESS ? std::ios::goodbit : std::ios::failbit);
         EXPECT_EQ(is.width(), 3);
         is.clear();
-        EXPECT_EQ(std::string(std::istreambuf_iterator<char>(is), {}), row.rest) << row.text;
-    }
+        return address.to_string() + '|' + std::string(std::istreambuf_iterator<char>(is), {});
+    };
+    EXPECT_EQ(read(TEXT), TEXT + '|');
+    EXPECT_EQ(read(" \n" + TEXT + "77 x"), TEXT + "|77 x");
+    EXPECT_EQ(read(TEXT.substr(1)), "00:00:00:00:00:00|");  // the end of file is forgotten
+    EXPECT_EQ(read("zz:zz:zz:zz:zz:zz x"), "00:00:00:00:00:00| x");
 }
 
 TEST(MACAddress, IndexIsCheckedAndTypeBitsChangeAlone) {
@@ -103,26 +81,19 @@ TEST(MACAddress, IndexIsCheckedAndTypeBitsChangeAlone) {
 TEST(MACAddress, OrdersAsUnsignedOctetsAndHashesWith32Bits) {
     EXPECT_LT(MACAddress("00:00:00:00:00:FF"), MACAddress("00:00:00:00:01:00"));
     EXPECT_LT(MACAddress("00:00:00:00:01:00"), MACAddress("80:00:00:00:00:00"));
-    EXPECT_TRUE(ADDRESS <= ADDRESS && ADDRESS != MACAddress());
     EXPECT_EQ(std::hash<MACAddress>()(ADDRESS), 0x013759ABU);
     EXPECT_EQ(std::hash<MACAddress>()(MACAddress()), 0x7F77879DU);
     EXPECT_EQ(std::hash<MACAddress>()(MACAddress("FF:FF:FF:FF:FF:FF")), 0xC4F2886FU);
 }
 
 TEST(MACAddress, TwoAddressesAreInvalidAndGroupsAreNotIndividual) {
-    struct {
-        const char* text;
-        bool valid;
-        bool individual;
-    } const rows[] = {
-        {"00:00:00:00:00:00", false, false}, {"00:B0:52:00:00:01", false, false},
-        {"00:B0:52:00:00:02", true, true},   {"01:00:5E:00:00:01", true, false},
-        {"FF:FF:FF:FF:FF:FF", true, false},  {"02:00:00:00:00:00", true, true},
+    const auto kind = [](const char* text) {
+        const MACAddress address(text);
+        return is_valid_mac_address(address) + is_valid_individual_mac_address(address);
     };
-    for (const auto& row : rows) {
-        EXPECT_EQ(is_valid_mac_address(MACAddress(row.text)), row.valid) << row.text;
-        EXPECT_EQ(is_valid_individual_mac_address(MACAddress(row.text)), row.individual);
-    }
+    EXPECT_EQ(kind("00:00:00:00:00:00") + kind("00:B0:52:00:00:01"), 0);
+    EXPECT_EQ(kind("01:00:5E:00:00:01") + kind("FF:FF:FF:FF:FF:FF"), 2);
+    EXPECT_EQ(kind("00:B0:52:00:00:02") + kind("02:00:00:00:00:00"), 4);
 }
 
 TEST(MACAddress, OfAnInterfaceIsWhatThePlatformKnows) {
@@ -144,8 +115,8 @@ TEST(MACAddress, JsonIsTheTextForm) {
 }
 
 TEST(MACAddress, BinaryFormIsTheOctetsOfWhichAShortReadAppliesTheFirst) {
-    using Codec = nuv::serialization::BinarySerializableType<MACAddress>;
-    nuv::serialization::SerializationContext ctx;
+    using Codec = BinarySerializableType<MACAddress>;
+    SerializationContext ctx;
     std::stringstream stream;
     MACAddress address;
     Codec::serialize(stream, ctx, ADDRESS);
