@@ -20,7 +20,9 @@
 #include "nuv/serialization_context.hpp"
 #include "nuv/serialization_exception.hpp"
 
-namespace nuv::impl {
+namespace nuv::serialization {
+
+namespace impl {
 
 /// Writes `size` octets in one stream-buffer operation. Throws SerializationException(`failure`) if
 /// the stream then has its bad or fail bit set; end-of-file alone is no failure.
@@ -214,12 +216,10 @@ concept HasWireForm = requires {
 };
 
 template <class T>
-concept ListOfSerializable = std::ranges::sized_range<T> && !HasWireForm<T> &&
-                             !std::derived_from<T, serialization::BinarySerializable>;
+concept ListOfSerializable =
+    std::ranges::sized_range<T> && !HasWireForm<T> && !std::derived_from<T, BinarySerializable>;
 
-}  // namespace nuv::impl
-
-namespace nuv::serialization {
+}  // namespace impl
 
 /// The binary codec of a value type: `serialize(os, ctx, value)` and `deserialize(is, ctx, value)`.
 /// Both throw SerializationException if the stream fails. Every codec of a value of fixed size is

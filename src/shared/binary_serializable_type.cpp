@@ -4,9 +4,9 @@
 #include <istream>
 #include <ostream>
 
-namespace nuv::impl {
+namespace nuv::serialization {
 
-using serialization::SerializationException;
+namespace impl {
 
 void write_octets(std::ostream& os, const std::uint8_t* octets, std::size_t size,
                   const char* failure) {
@@ -27,9 +27,7 @@ void check_read(const std::istream& is, const char* failure) {
     }
 }
 
-}  // namespace nuv::impl
-
-namespace nuv::serialization {
+}  // namespace impl
 
 void BinarySerializableType<std::string>::serialize(std::ostream& os, SerializationContext& /*ctx*/,
                                                     const std::string& value) {

@@ -64,7 +64,7 @@ public:
 
     template <class T>
     void read(T& value) {
-        using Wire = impl::WireForm<T>;
+        using Wire = serialization::impl::WireForm<T>;
         const std::size_t count = take(Wire::size);
         Wire::decode(pos_ - count, count, value);
         if (count != Wire::size) {
@@ -131,12 +131,12 @@ inline void read_octets(ByteCursor& source, std::span<std::uint8_t> octets) {
     const auto taken = source.read_octets(octets.size());
     std::copy(taken.begin(), taken.end(), octets.begin());
     if (taken.size() != octets.size()) {
-        throw serialization::SerializationException(impl::octet_texts.deserialize);
+        throw serialization::SerializationException(serialization::impl::octet_texts.deserialize);
     }
 }
 inline void read_octets(std::istream& source, std::span<std::uint8_t> octets) {
-    impl::read_octets(source, octets.data(), octets.size());
-    impl::check_read(source, impl::octet_texts.deserialize);
+    serialization::impl::read_octets(source, octets.data(), octets.size());
+    serialization::impl::check_read(source, serialization::impl::octet_texts.deserialize);
 }
 
 }  // namespace nuv::impl

@@ -31,9 +31,9 @@
 /// write.
 namespace nuv::ieee802_11::layout {
 
-using impl::WireForm;
 using serialization::BinarySerializableType;
 using serialization::SerializationContext;
+using serialization::impl::WireForm;
 
 /// A field's name as a template argument.
 template <std::size_t N>

@@ -3,7 +3,7 @@
 
 #include "ieee802_11/element_layout.hpp"
 
-namespace nuv::impl {
+namespace nuv::serialization::impl {
 
 /// The map as its bit set of 24.
 template <>
@@ -18,7 +18,7 @@ struct WireForm<ieee802_11::IEEE802_11_EHTCapabilities::EHT_MCS_NSS_MAP>
     }
 };
 
-}  // namespace nuv::impl
+}  // namespace nuv::serialization::impl
 
 namespace nuv::ieee802_11 {
 

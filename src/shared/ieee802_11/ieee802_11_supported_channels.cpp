@@ -3,7 +3,7 @@
 
 #include "ieee802_11/element_layout.hpp"
 
-namespace nuv::impl {
+namespace nuv::serialization::impl {
 
 template <>
 struct WireForm<ieee802_11::IEEE802_11_SupportedChannels::Range> {
@@ -22,7 +22,7 @@ struct WireForm<ieee802_11::IEEE802_11_SupportedChannels::Range> {
     }
 };
 
-}  // namespace nuv::impl
+}  // namespace nuv::serialization::impl
 
 namespace nuv::ieee802_11 {
 
