@@ -21,6 +21,7 @@ public:
     MemBuf(const MemBuf&) = delete;
     MemBuf& operator=(const MemBuf&) = delete;
     void swap(MemBuf& other) = delete;
+    friend void swap(MemBuf& a, MemBuf& b) = delete;
 };
 
 }  // namespace nuv

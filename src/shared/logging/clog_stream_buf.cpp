@@ -4,6 +4,7 @@
 #include <string>
 #include <utility>
 
+#include "logging/log_pieces.hpp"
 #include "nuv/logging/chunk_io_manipulator.hpp"
 
 namespace nuv::logging {
@@ -52,45 +53,12 @@ void ClogStreamBuf::log_pending() noexcept {
 
 int ClogStreamBuf::sync() {
     std::string text = std::move(static_cast<std::stringbuf&>(*this)).str();  // and empties it
-    if (adapter_ == nullptr) {
-        return 0;
-    }
-    std::erase(text, '\0');
-    if (text.ends_with('\n')) {
-        text.pop_back();
-    }
-    auto size = static_cast<std::uint32_t>(iword(ChunkIOManipulator::xalloc_value()));
-    if (size == 0) {
-        size = adapter_->get_chunking();
-    }
-    if (size <= 1) {
-        adapter_->log(text.c_str());
-    } else {
-        log_chunks(text, size);
+    if (adapter_ != nullptr) {
+        const auto own = static_cast<std::uint32_t>(iword(ChunkIOManipulator::xalloc_value()));
+        log_pieces(text, own != 0 ? own : adapter_->get_chunking(),
+                   [this](const char* piece) { adapter_->log(piece); });
     }
     return 0;
-}
-
-void ClogStreamBuf::log_chunks(std::string& text, std::size_t size) {
-    std::size_t start = 0;
-    while (size < text.size() - start) {
-        const std::size_t limit = start + size;
-        // Each piece but the first starts with the newline that stands for the separator, so a
-        // newline at `start` is no place to cut. A blank there is: it can only be the first piece.
-        std::size_t cut = text.rfind('\n', limit);
-        if (cut == std::string::npos || cut <= start) {
-            cut = text.rfind(' ', limit);
-        }
-        const bool hard = cut == std::string::npos || cut < start;
-        const std::size_t stop = hard ? limit : cut;
-        const char after = std::exchange(text[stop], '\0');
-        adapter_->log(text.c_str() + start);
-        text[stop] = after;
-        // After a hard cut the newline takes the place of a character that was logged.
-        start = hard ? limit - 1 : cut;
-        text[start] = '\n';
-    }
-    adapter_->log(text.c_str() + start);
 }
 
 }  // namespace nuv::logging
