@@ -48,7 +48,10 @@ public:
     MACAddress& set_locally_administered() noexcept { return change_bits(LOCAL, LOCAL); }
     bool is_group() const noexcept { return (octets_[0] & GROUP) != 0; }
 
-    auto operator<=>(const MACAddress&) const = default;
+    bool operator==(const MACAddress&) const = default;
+    std::strong_ordering operator<=>(const MACAddress& other) const noexcept {
+        return octets_ <=> other.octets_;
+    }
 
 private:
     static constexpr std::uint8_t GROUP = 0x01;

@@ -9,7 +9,11 @@
 
 namespace nuv::test {
 
-using namespace serialization;
+using serialization::JSONSerializableType;
+using serialization::SerializationContext;
+using serialization::SerializationException;
+using serialization::YAJLNode;
+using serialization::YAJLStream;
 
 /// A sink with room for some bytes; then it refuses, or throws.
 struct FullBuffer : std::streambuf {

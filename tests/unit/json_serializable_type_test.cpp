@@ -9,7 +9,10 @@
 #include "nuv/json_serializer.hpp"
 #include "support/json_text.hpp"
 
-using namespace nuv::test;
+namespace nuv::test {
+
+using serialization::JSONSerializable;
+using serialization::JSONSerializer;
 
 namespace {
 
@@ -71,16 +74,15 @@ TEST(JSONSerializableType, CharacterArraysAreStringsUpToTheirNul) {
 }
 
 TEST(JSONSerializableType, EnumerationsAreTheirTexts) {
-    auto width = nuv::ChannelWidth::HT40;
-    EXPECT_EQ(to_json(width) + to_json(nuv::ChannelWidth{9}),
-              "\"40 MHz\"\"INVALID CHANNEL WIDTH 9\"");
+    auto width = ChannelWidth::HT40;
+    EXPECT_EQ(to_json(width) + to_json(ChannelWidth{9}), "\"40 MHz\"\"INVALID CHANNEL WIDTH 9\"");
     EXPECT_EQ(to_json(width, 0), "Serialization of std::string failed");
     EXPECT_EQ(from_json("1", "", width), "Deserialization of enum \"\" failed, got \"\"");
     EXPECT_EQ(from_json("{\"w\":\"\\\"\"}", "w", width),
               "Deserialization of enum \"w\" failed, got \"\\\"\"");
-    EXPECT_EQ(width, nuv::ChannelWidth::HT40);
+    EXPECT_EQ(width, ChannelWidth::HT40);
     EXPECT_EQ(from_json("\"80 MHz\"", "", width), "");
-    EXPECT_EQ(width, nuv::ChannelWidth::HT80);
+    EXPECT_EQ(width, ChannelWidth::HT80);
 }
 
 TEST(JSONSerializableType, ObjectsAreReadByNameInAnyOrder) {
@@ -127,3 +129,5 @@ TEST(JSONSerializableType, EveryPlaceWhereTheStreamIsFullHasItsMessage) {
         EXPECT_EQ(to_json(std::vector<Point>(1), rooms[i]), expected[i]) << i;
     }
 }
+
+}  // namespace nuv::test

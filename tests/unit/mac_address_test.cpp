@@ -3,16 +3,15 @@
 
 #include <gtest/gtest.h>
 
+#include <cctype>
 #include <iomanip>
 #include <iterator>
-#include <regex>
 
 #include "nuv/binary_serializable_type.hpp"
 #include "nuv_platform/fake.hpp"
 #include "support/json_text.hpp"
 
-using nuv::MACAddress;
-using namespace nuv::test;
+namespace nuv::test {
 
 namespace {
 const std::string TEXT = "00:1A:2B:3C:4D:5E";
@@ -20,11 +19,11 @@ const MACAddress ADDRESS({0x00, 0x1A, 0x2B, 0x3C, 0x4D, 0x5E});
 }  // namespace
 
 TEST(MACAddress, IsReadFromItsTextAndFromNoneOneCharacterOff) {
-    const std::regex form("([0-9A-Fa-f]{2}:){5}[0-9A-Fa-f]{2}");
     for (std::size_t place = 0; place < TEXT.size(); ++place) {
         for (int byte = 0; byte < 256; ++byte) {
             const auto text = std::string(TEXT).replace(place, 1, 1, static_cast<char>(byte));
-            EXPECT_EQ(MACAddress().parse_string(text), std::regex_match(text, form)) << text;
+            const bool fits = place % 3 == 2 ? byte == ':' : std::isxdigit(byte) != 0;
+            EXPECT_EQ(MACAddress().parse_string(text), fits) << text;
         }
         EXPECT_FALSE(MACAddress().parse_string(std::string(TEXT).erase(place, 1)));
         EXPECT_FALSE(MACAddress().parse_string(std::string(TEXT).insert(place, 1, ':')));
@@ -97,10 +96,10 @@ TEST(MACAddress, TwoAddressesAreInvalidAndGroupsAreNotIndividual) {
 }
 
 TEST(MACAddress, OfAnInterfaceIsWhatThePlatformKnows) {
-    nuv::platform::FakePlatform platform;
+    platform::FakePlatform platform;
     platform.set_hwaddr("name_of_15_char", ADDRESS.octets());
-    EXPECT_EQ(get_mac_for_ifname(nuv::InterfaceName("name_of_15_char")), ADDRESS);
-    EXPECT_EQ(get_mac_for_ifname(nuv::InterfaceName("eth9")), MACAddress());
+    EXPECT_EQ(get_mac_for_ifname(InterfaceName("name_of_15_char")), ADDRESS);
+    EXPECT_EQ(get_mac_for_ifname(InterfaceName("eth9")), MACAddress());
 }
 
 TEST(MACAddress, JsonIsTheTextForm) {
@@ -115,7 +114,7 @@ TEST(MACAddress, JsonIsTheTextForm) {
 }
 
 TEST(MACAddress, BinaryFormIsTheOctetsOfWhichAShortReadAppliesTheFirst) {
-    using Codec = BinarySerializableType<MACAddress>;
+    using Codec = serialization::BinarySerializableType<MACAddress>;
     SerializationContext ctx;
     std::stringstream stream;
     MACAddress address;
@@ -126,3 +125,5 @@ TEST(MACAddress, BinaryFormIsTheOctetsOfWhichAShortReadAppliesTheFirst) {
               "Deserialization of type std::uint8_t failed.");
     EXPECT_EQ(address.to_string(), "11:22:00:00:00:00");
 }
+
+}  // namespace nuv::test

@@ -6,8 +6,9 @@
 #include "nuv/binary_serializable_type.hpp"
 #include "support/json_text.hpp"
 
-using nuv::plc::NID;
-using namespace nuv::test;
+namespace nuv::test {
+
+using plc::NID;
 
 TEST(NID, IsReadAsAScanOf20CharactersReadsIt) {
     const auto read = [](const std::string& text) {
@@ -28,9 +29,11 @@ TEST(NID, CodecsFailByName) {
     NID nid({1, 2, 3, 4, 5, 6, 7});
     SerializationContext ctx;
     std::ostringstream os;
-    BinarySerializableType<NID>::serialize(os, ctx, nid);
+    serialization::BinarySerializableType<NID>::serialize(os, ctx, nid);
     EXPECT_EQ(os.str(), "\x01\x02\x03\x04\x05\x06\x07");
     EXPECT_EQ(to_json(nid, 0), "Serialization of std::string failed");
     EXPECT_EQ(from_json("{}", "n", nid), "Deserialization of NID \"n\" failed, got: \"\"");
     EXPECT_EQ(nid, NID({1, 2, 3, 4, 5, 6, 7}));
 }
+
+}  // namespace nuv::test

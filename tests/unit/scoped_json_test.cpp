@@ -6,7 +6,10 @@
 #include "nuv/wrap_in_yajl.hpp"
 #include "support/json_text.hpp"
 
-using namespace nuv::test;
+namespace nuv::test {
+
+using serialization::ScopedJSONArray;
+using serialization::ScopedJSONObject;
 
 TEST(ScopedJSON, TellsWhichStepFailedBehindThePrefix) {
     // The prefix is a temporary that is gone when the guard closes.
@@ -46,3 +49,5 @@ TEST(WrapInYAJL, WrapsWhatTheFunctionWritesAndTellsWhichStepFailed) {
     EXPECT_EQ(written(members, 16), wrapping + "array \"a\" failed: Could not close array");
     EXPECT_EQ(written(members), "{\"\\\"\":{},\"a\":[[]]}");
 }
+
+}  // namespace nuv::test

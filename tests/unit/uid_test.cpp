@@ -5,7 +5,7 @@
 
 #include "support/json_text.hpp"
 
-using nuv::test::UIDType;
+using nuv::serialization::UIDType;
 
 TEST(Uid, HasAPrefixPerType) {
     EXPECT_EQ(uid_to_string(UIDType{0}, 0), "n-0");
