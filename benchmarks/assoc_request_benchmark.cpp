@@ -10,7 +10,7 @@
 
 #include "nuv/ieee802_11/ieee802_11_assoc_request_frame.hpp"
 #include "nuv/mem_buf.hpp"
-#include "support/vectors.hpp"
+#include "tools/vectors/vectors.hpp"
 
 namespace {
 

@@ -42,30 +42,16 @@ std::string eht(std::size_t maps) {
     return test::to_hex(octets) + " ";
 }
 
-struct Reading {
-    std::string error;
-    AssocRequestFrame frame;
-    std::ios_base::iostate state = std::ios_base::goodbit;
-};
-
-/// Reads a frame over a memory stream and from memory, and expects both to agree.
-Reading read(const std::string& hex) {
-    const test::Octets octets = test::from_hex(hex);
+/// Reads a frame; expects that to succeed.
+AssocRequestFrame read(const std::string& hex,
+                       std::ios_base::iostate state = std::ios_base::eofbit) {
     serialization::SerializationContext ctx;
-    Reading stream;
-    MemBuf buffer(octets);
-    std::istream is(&buffer);
-    stream.error = test::message_of([&] { stream.frame.deserialize_impl(is, ctx); });
-    stream.state = is.rdstate();
-
-    Reading memory;
-    memory.error = test::message_of([&] { memory.state = memory.frame.deserialize(octets, ctx); });
-    EXPECT_EQ(stream.error, memory.error) << hex;
-    EXPECT_TRUE(stream.frame == memory.frame) << hex;
-    if (stream.error.empty()) {
-        EXPECT_EQ(stream.state, memory.state) << hex;
-    }
-    return stream;
+    AssocRequestFrame frame;
+    EXPECT_EQ(
+        test::message_of([&] { EXPECT_EQ(frame.deserialize(test::from_hex(hex), ctx), state); }),
+        "")
+        << hex;
+    return frame;
 }
 
 std::string write(const AssocRequestFrame& frame) {
@@ -75,56 +61,20 @@ std::string write(const AssocRequestFrame& frame) {
 }
 
 TEST(AssocRequestFrame, ReadsItsFixedFields) {
-    const Reading reading = read(fixed);
-    EXPECT_EQ(reading.error, "");
-    EXPECT_EQ(reading.frame.get_capability_information(), 0x1104);
-    EXPECT_EQ(reading.frame.get_listen_interval(), 0x0A00) << "most significant octet first";
-    EXPECT_EQ(reading.frame.get_ssid().string_view(), "ab");
-    EXPECT_EQ(reading.state, std::ios_base::eofbit);
-    EXPECT_EQ(write(reading.frame), fixed);
+    const AssocRequestFrame frame = read(fixed);
+    EXPECT_EQ(frame.get_capability_information(), 0x1104);
+    EXPECT_EQ(frame.get_listen_interval(), 0x0A00) << "most significant octet first";
+    EXPECT_EQ(frame.get_ssid().string_view(), "ab");
+    EXPECT_EQ(write(frame), fixed);
 
     AssocRequestFrame built;
     built.set_capability_information(0x1104);
     built.set_listen_interval(0x0A00);
     built.set_ssid(SSID(std::string_view("ab")));
-    EXPECT_TRUE(built == reading.frame);
+    EXPECT_TRUE(built == frame);
     built.set_ssid({});
-    EXPECT_FALSE(built == reading.frame);
-    EXPECT_TRUE(read("04 11 0a 00 00 00").frame == built) << "an empty SSID is valid";
-}
-
-TEST(AssocRequestFrame, RefusesWhatIsNoFrame) {
-    constexpr const char* octet = "Deserialization of type std::uint8_t failed.";
-    constexpr const char* extension = "Error reading extended element ID!";
-    const struct {
-        std::string hex;
-        const char* error;
-    } cases[] = {
-        {"", octet},
-        {"04 11 0a", "Deserialization of type std::uint16_t failed."},
-        {"04 11 0a 00 00", octet},
-        {"04 11 0a 00 00 02 61", octet},
-        {"04 11 0a 00 00 21 61", "Invalid SSID length 33"},
-        {"04 11 0a 00 00 28 61", "Invalid SSID length 40"},
-        // whatever the ID is, the message names the Length
-        {"04 11 0a 00 01 02 61 62", "Invalid SSID length 2"},
-        // a reassociation request whose current AP address was left in
-        {"04 11 0a 00 64 70 02 2f d7 67 00 02 61 62", "Invalid SSID length 112"},
-        {fixed + "01", octet},
-        {fixed + "0a 09 00 00 00", "Seek failed"},
-        {fixed + "dd 02 00 50", "Invalid length: must fit an OUI"},
-        {fixed + "ff", extension},
-        {fixed + "ff 01", extension},
-        {fixed + "ff 00 " + ht, "Invalid length: must fit an OUI"},
-        {fixed + "ff 00 23", octet},
-        {fixed + "30 02 02 00", "Invalid version"},
-        {fixed + eht(0), "EHT CAPABILITIES IE without preceding HE CAPABILITIES IE"},
-        {fixed + eht(0) + he("00"), "EHT CAPABILITIES IE without preceding HE CAPABILITIES IE"},
-    };
-    platform::FakePlatform fake;
-    for (const auto& c : cases) {
-        EXPECT_EQ(read(c.hex).error, c.error) << c.hex;
-    }
+    EXPECT_FALSE(built == frame);
+    EXPECT_TRUE(read("04 11 0a 00 00 00") == built) << "an empty SSID is valid";
 }
 
 TEST(AssocRequestFrame, LogsWhyAnExtensionCannotBeReadAndWhatEHTLacks) {
@@ -149,11 +99,8 @@ TEST(AssocRequestFrame, LogsWhyAnExtensionCannotBeReadAndWhatEHTLacks) {
 }
 
 TEST(AssocRequestFrame, ElementRunningPastTheEndIsAcceptedWhenItsFieldsAreThere) {
-    const std::string mobility = fixed + "36 09 12 34 02";
-    const Reading reading = read(mobility);
-    EXPECT_EQ(reading.error, "");
-    EXPECT_EQ(reading.state, std::ios_base::failbit);
-    EXPECT_NE(reading.frame.get_optional_element_by_id(ID::MOBILITY_DOMAIN), nullptr);
+    const auto frame = read(fixed + "36 09 12 34 02", std::ios_base::failbit);
+    EXPECT_NE(frame.get_optional_element_by_id(ID::MOBILITY_DOMAIN), nullptr);
 }
 
 TEST(AssocRequestFrame, FileStreamsSeekPastTheirEnd) {
@@ -180,24 +127,23 @@ TEST(AssocRequestFrame, KeepsTheLastOfAKindAndDropsWhatHasNoSlot) {
     const std::string measurement = "27 03 01 02 03 ";
     const std::string neighbor = "34 01 00 ";
     const std::string eht_operation = "ff 06 6a 00 00 00 00 00 ";
-    const Reading reading = read(fixed + rsn_tkip + "0a 01 07 " + measurement + neighbor +
-                                 eht_operation + "00 01 61 f2 01 00 " + rsn);
-    EXPECT_EQ(reading.error, "");
-    EXPECT_EQ(write(reading.frame), fixed + rsn);
+    const auto frame = read(fixed + rsn_tkip + "0a 01 07 " + measurement + neighbor +
+                            eht_operation + "00 01 61 f2 01 00 " + rsn);
+    EXPECT_EQ(write(frame), fixed + rsn);
     for (const ID id : {ID{10}, ID::MEASUREMENT_REPORT, ID::SSID, ID::ELEMENT_ID_EXTENSION}) {
-        EXPECT_EQ(reading.frame.get_optional_element_by_id(id), nullptr);
+        EXPECT_EQ(frame.get_optional_element_by_id(id), nullptr);
     }
-    EXPECT_EQ(reading.frame.get_optional_element_by_extended_id(Ext::EHT_OPERATION), nullptr);
+    EXPECT_EQ(frame.get_optional_element_by_extended_id(Ext::EHT_OPERATION), nullptr);
 }
 
 TEST(AssocRequestFrame, WritesInSlotOrderVendorsAndMappingsLast) {
     const std::string rates = "01 01 82 ";
     const std::string extension = "f4 01 20 ";
-    const Reading reading = read(fixed + ttlm + extension + rsn + rates + vendor + ht + he("00"));
-    EXPECT_EQ(write(reading.frame),
+    const auto frame = read(fixed + ttlm + extension + rsn + rates + vendor + ht + he("00"));
+    EXPECT_EQ(write(frame),
               fixed + rates + rsn + ht + he("00") + "f4 01 00 " + "dd 03 00 00 00 " + ttlm);
-    EXPECT_EQ(reading.frame.get_vendor_specific_vector().size(), 1U);
-    EXPECT_EQ(reading.frame.get_ttlm_vector().size(), 1U);
+    EXPECT_EQ(frame.get_vendor_specific_vector().size(), 1U);
+    EXPECT_EQ(frame.get_ttlm_vector().size(), 1U);
 }
 
 TEST(AssocRequestFrame, SurplusElementsOfTheListsAreLoggedAndDropped) {
@@ -233,9 +179,8 @@ TEST(AssocRequestFrame, HECapabilitiesShapeTheEHTCapabilities) {
         }
         test::Octets octets = test::from_hex(he_element);
         octets[1] = static_cast<std::uint8_t>(octets.size() - 2);
-        const Reading reading = read(fixed + test::to_hex(octets) + " " + eht(maps));
-        ASSERT_EQ(reading.error, "") << width;
-        const auto* element = reading.frame.get_optional_element<IEEE802_11_EHTCapabilities>();
+        const auto frame = read(fixed + test::to_hex(octets) + " " + eht(maps));
+        const auto* element = frame.get_optional_element<IEEE802_11_EHTCapabilities>();
         ASSERT_NE(element, nullptr);
         EXPECT_EQ(element->get_length(), 14 + maps) << width;
         EXPECT_TRUE(element->get_ppe_threshold_field_dummy().empty()) << width;
@@ -243,13 +188,13 @@ TEST(AssocRequestFrame, HECapabilitiesShapeTheEHTCapabilities) {
 }
 
 TEST(AssocRequestFrame, RereadingReplacesEverything) {
-    const Reading first = read(fixed + rsn + vendor + ttlm);
+    const auto first = read(fixed + rsn + vendor + ttlm);
     serialization::SerializationContext ctx;
     AssocRequestFrame used;
     used.deserialize(test::from_hex(fixed + ht + vendor + vendor), ctx);
-    EXPECT_FALSE(used == first.frame);
+    EXPECT_FALSE(used == first);
     used.deserialize(test::from_hex(fixed + rsn + vendor + ttlm), ctx);
-    EXPECT_TRUE(used == first.frame);
+    EXPECT_TRUE(used == first);
 }
 
 TEST(ElementContainer, EveryIdentifierHasItsSlotAndClass) {

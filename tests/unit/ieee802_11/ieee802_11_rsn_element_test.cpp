@@ -11,16 +11,11 @@
 namespace nuv::ieee802_11 {
 namespace {
 
-using test::expect_round_trip;
-using test::read_element;
-using test::read_error;
-using test::write_element;
-using test::write_error;
+using test::as_written;
+using test::read_as;
 
 using RSN = IEEE802_11_RSNElement;
 using Suite = IEEE802_11_CipherSuite;
-
-constexpr const char* octet_error = "Deserialization of type std::uint8_t failed.";
 
 /// An RSN element: the octets of `body` behind a header that counts them.
 std::string rsn(const std::string& body) {
@@ -38,10 +33,7 @@ std::string repeat(std::size_t times, const std::string& hex) {
 }
 
 TEST(RSNElement, ReadsThePartsInOrder) {
-    // IEEE Std 802.11-2020, 9.4.2.24.1: the four examples, and one with every part.
-    expect_round_trip<RSN>("30 14 01 00 00 0f ac 04 01 00 00 0f ac 04 01 00 00 0f ac 01 01 00");
-    expect_round_trip<RSN>("30 06 01 00 00 0f ac 04");
-    const auto full = expect_round_trip<RSN>(
+    const auto full = read_as<RSN>(
         rsn("01 00 00 0f ac 04 02 00 00 0f ac 02 00 0f ac 04 01 00 00 0f ac 08 c0 00 01 00" +
             repeat(16, "a7") + " 00 0f ac 06"));
     EXPECT_EQ(full.get_group_data(), Suite(Suite::CCMP_128));
@@ -51,43 +43,18 @@ TEST(RSNElement, ReadsThePartsInOrder) {
     EXPECT_EQ(full.get_rsn_capabilities(), 0x00C0);
     EXPECT_EQ(full.get_pmkid_list()[0][15], 0xA7);
     EXPECT_EQ(full.get_group_management_cipher(), Suite(6));
-    RSN used = full;
-    EXPECT_EQ(read_element(used, "30 02 01 00"), "");
-    EXPECT_TRUE(used == RSN()) << "rereading forgets what is absent now";
 }
 
 TEST(RSNElement, EveryLengthOfZerosBehindTheVersionHasItsOutcome) {
     // Parts are looked for one by one: the two octets of Length 4 are a pairwise count.
     const std::set<unsigned> whole{2, 4, 6, 8, 10, 12, 14, 18};
     for (unsigned length = 2; length <= 60; ++length) {
-        EXPECT_EQ(read_error<RSN>(rsn("01 00" + repeat(length - 2, "00"))),
+        RSN element;
+        serialization::SerializationContext ctx;
+        const auto octets = test::from_hex(rsn("01 00" + repeat(length - 2, "00")));
+        EXPECT_EQ(test::message_of([&] { element.deserialize(octets, ctx); }),
                   whole.contains(length) ? "" : "Sanity Check: Unconsumed length")
             << length;
-    }
-    EXPECT_EQ(read_error<RSN>("30 00"), octet_error);
-    EXPECT_EQ(read_error<RSN>("30 01 01"), octet_error);
-}
-
-TEST(RSNElement, RefusesWhatIsInconsistent) {
-    const std::string start = "01 00 00 0f ac 04";
-    const struct {
-        std::string body;
-        const char* error;
-    } cases[] = {
-        {"00 01", "Invalid version"},
-        {"02 00", "Invalid version"},
-        {start + " 0a 00" + repeat(10, "00 0f ac 04"), ""},
-        {start + " 0b 00" + repeat(11, "00 0f ac 04"), "Invalid size"},
-        {start + " ff ff", "Invalid size"},
-        {start + " 01 00 00 0f ac", "Invalid size"},
-        {start + " 00 00 01 00 00 0f", "Invalid size"},
-        {start + " 00 00 00 00 00 00 01 00" + repeat(15, "01"), "Invalid counter"},
-        {start + " 00 00 00 00 00 00 0b 00" + repeat(176, "01"), "Invalid counter"},
-        {start + " 00 00 00 00 00 00 01 00" + repeat(16, "01"), ""},
-        {start + " 00 00 00 00 00 00 01 00" + repeat(19, "01"), "Sanity Check: Unconsumed length"},
-    };
-    for (const auto& c : cases) {
-        EXPECT_EQ(read_error<RSN>(rsn(c.body)), c.error) << c.body;
     }
 }
 
@@ -116,7 +83,7 @@ TEST(RSNElement, IsWrittenUpToItsLastPresentPart) {
         if ((parts & 32U) != 0) {
             element.set_group_management_cipher(Suite(6));
         }
-        EXPECT_EQ(write_element(element), rsn(body)) << parts;
+        EXPECT_EQ(as_written(element), rsn(body)) << parts;
         EXPECT_EQ(element.has_group_data(), (parts & 1U) != 0);
         EXPECT_EQ(element.has_pmkid_list(), (parts & 16U) != 0);
         EXPECT_EQ(element.has_group_management_cipher(), (parts & 32U) != 0);
@@ -124,8 +91,8 @@ TEST(RSNElement, IsWrittenUpToItsLastPresentPart) {
 }
 
 TEST(RSNElement, ZeroCapabilitiesCountAsAbsent) {
-    expect_round_trip<RSN>("30 14 01 00 00 0f ac 04 01 00 00 0f ac 04 01 00 00 0f ac 02 00 00",
-                           "30 12 01 00 00 0f ac 04 01 00 00 0f ac 04 01 00 00 0f ac 02");
+    EXPECT_EQ(as_written(read_as<RSN>("30 0e 01 00 00 0f ac 04 00 00 00 00 00 00 00 00")),
+              "30 06 01 00 00 0f ac 04");
 }
 
 TEST(RSNElement, ListsAreBounded) {
@@ -137,10 +104,10 @@ TEST(RSNElement, ListsAreBounded) {
     element.set_akm_suite_list(std::vector<Suite>(10));
     element.set_pmkid_list(std::vector<RSN::PMKID>(9));
     EXPECT_EQ(element.get_length(), 240U);
-    write_element(element);
+    EXPECT_EQ(as_written(element).substr(0, 5), "30 ee");
     element.set_pmkid_list(std::vector<RSN::PMKID>(10));
     EXPECT_EQ(element.get_length(), 256U);
-    EXPECT_EQ(write_error(element), "Invalid length") << "the header counts";
+    EXPECT_EQ(as_written(element), "Invalid length") << "the header counts";
 }
 
 TEST(RSNSecurity, ModesMapToTheirSuitesAndBack) {
@@ -177,7 +144,7 @@ TEST(RSNSecurity, ModesMapToTheirSuitesAndBack) {
     };
     for (const auto& c : cases) {
         const auto element = create_rsn_element_from_security(c.mode);
-        EXPECT_EQ(write_element(*element), c.hex);
+        EXPECT_EQ(as_written(*element), c.hex);
         EXPECT_EQ(security_from_rsn_element(*element), c.back) << c.hex;
     }
 }
