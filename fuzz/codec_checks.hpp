@@ -55,7 +55,7 @@ inline ElementPtr make_element(ElementID id, ExtensionID extension, std::uint8_t
 /// A Non-Inheritance element's Length promises one octet more than is written. Of 252 IDs and more
 /// that is 256, which the octet cannot say.
 inline bool promises_one_octet_more(const Element& element) {
-    return element.get_type() == ElementID::ELEMENT_ID_EXTENSION &&
+    return !element.is_dummy() && element.get_type() == ElementID::ELEMENT_ID_EXTENSION &&
            element.get_extension_type() == ExtensionID::NON_INHERITANCE;
 }
 
