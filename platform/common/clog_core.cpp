@@ -90,11 +90,12 @@ void append_time(std::string& line, std::int64_t time_us, clogger_snprintf_time 
         }
         return;
     }
-    using namespace std::chrono;
-    const sys_time<microseconds> time{microseconds(time_us)};
-    const auto day = floor<days>(time);
-    const year_month_day date(day);
-    const hh_mm_ss clock(floor<milliseconds>(time - day));
+    namespace chrono = std::chrono;
+    const chrono::sys_time<chrono::milliseconds> time(
+        chrono::floor<chrono::milliseconds>(chrono::microseconds(time_us)));
+    const auto day = chrono::floor<chrono::days>(time);
+    const chrono::year_month_day date(day);
+    const chrono::hh_mm_ss clock(time - day);
     append_digits(line, static_cast<int>(date.year()), 4, '-');
     append_digits(line, static_cast<unsigned>(date.month()), 2, '-');
     append_digits(line, static_cast<unsigned>(date.day()), 2, 'T');
@@ -304,6 +305,7 @@ const char* format_text(std::string& buffer, const char* fmt, std::va_list args)
     }
     std::va_list again;
     va_copy(again, args);
+    // NOLINTNEXTLINE(clang-analyzer-valist.Uninitialized): the callers start `args`
     const int size = std::vsnprintf(nullptr, 0, fmt, again);
     va_end(again);
     if (size > 0) {

@@ -81,7 +81,7 @@ public:
 
 private:
     void append(std::integral auto number) {
-        std::array<char, 24> digits;
+        std::array<char, 24> digits{};
         const auto end = std::to_chars(digits.begin(), digits.end(), +number).ptr;
         text_.append(digits.data(), end);
     }

@@ -37,10 +37,12 @@ TEST(LogModule, RecordNamesModuleLevelFileFunctionAndLine) {
 TEST(LogModule, MaskedRecordDoesNotEvenLookAtItsOperands) {
     platform::FakePlatform platform;
     int evaluated = 0;
+    // NOLINTBEGIN(readability-braces-around-statements)
     if (evaluated == 0)
         NUV_LOG(module, debug) << ++evaluated;
     else
         ADD_FAILURE() << "the macro took the else";
+    // NOLINTEND(readability-braces-around-statements)
     EXPECT_EQ(evaluated, 0);
     clogmod_set_loglevel(module.get(), CLOGGER_DEBUG);
     NUV_LOG(module, debug) << ++evaluated;

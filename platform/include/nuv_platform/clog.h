@@ -49,6 +49,8 @@
 extern "C" {
 #endif
 
+/* Two underscores mark the functions that write a record. */
+/* NOLINTBEGIN(bugprone-reserved-identifier) */
 #define CLOG_PRINTF(fmt_index, first) __attribute__((format(printf, fmt_index, first)))
 
 typedef struct clogger clogger;
@@ -233,6 +235,8 @@ NUV_PLATFORM_EXPORT void clogmod__debug(clogmod* module, const char* file, const
                                         int line, const char* fmt, ...) CLOG_PRINTF(5, 6);
 NUV_PLATFORM_EXPORT void clogmod__trace(clogmod* module, const char* file, const char* function,
                                         int line, const char* fmt, ...) CLOG_PRINTF(5, 6);
+
+/* NOLINTEND(bugprone-reserved-identifier) */
 
 #ifdef __cplusplus
 }

@@ -19,8 +19,8 @@ ClogStreamBuf::ClogStreamBuf(std::unique_ptr<ClogAdapterBase> adapter)
 ClogStreamBuf::~ClogStreamBuf() { log_pending(); }
 
 ClogStreamBuf::ClogStreamBuf(ClogStreamBuf&& other) noexcept
-    : std::ostream(std::move(other)),
-      std::stringbuf(std::move(other)),
+    : std::ostream(static_cast<std::ostream&&>(other)),
+      std::stringbuf(static_cast<std::stringbuf&&>(other)),
       adapter_(std::move(other.adapter_)) {
     set_rdbuf(this);  // a moved stream has no buffer
 }
@@ -28,8 +28,8 @@ ClogStreamBuf::ClogStreamBuf(ClogStreamBuf&& other) noexcept
 ClogStreamBuf& ClogStreamBuf::operator=(ClogStreamBuf&& other) noexcept {
     if (this != &other) {
         log_pending();
-        std::ostream::operator=(std::move(other));
-        std::stringbuf::operator=(std::move(other));
+        std::ostream::operator=(static_cast<std::ostream&&>(other));
+        std::stringbuf::operator=(static_cast<std::stringbuf&&>(other));
         adapter_ = std::move(other.adapter_);
     }
     return *this;
