@@ -71,6 +71,7 @@ TEST(LogModule, LineReadsLikeAStream) {
     };
     std::ostringstream expected;
     write(expected);
+    ASSERT_TRUE(module.enabled(LogModule::error));
     {
         LogLine line(module, LogModule::error, "f", "g", 1);
         write(line);

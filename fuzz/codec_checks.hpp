@@ -1,0 +1,322 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <array>
+#include <ios>
+#include <istream>
+#include <memory>
+#include <span>
+#include <sstream>
+#include <streambuf>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "byte_cursor.hpp"
+#include "nuv/ieee802_11/ieee802_11_assoc_request_frame.hpp"
+#include "nuv/ieee802_11/ieee802_11_eht_capabilities.hpp"
+#include "nuv/ieee802_11/ieee802_11_eht_operation.hpp"
+#include "nuv/ieee802_11/ieee802_11_field_visitor.hpp"
+#include "nuv/limited_istream.hpp"
+#include "nuv/mem_buf.hpp"
+#include "tests/support/codecs.hpp"
+
+/// What holds for everything that is read from octets and written as octets, for tests and for
+/// fuzzing: each check returns what is wrong, nothing if all is well. An exception of another kind
+/// than SerializationException passes through.
+namespace nuv::test {
+
+using Element = ieee802_11::IEEE802_11_Element_Base;
+using ElementPtr = std::unique_ptr<Element>;
+using ElementID = ieee802_11::IEEE802_11_Element_ID;
+using ExtensionID = ieee802_11::IEEE802_11_Element_ID_Extension;
+using Frame = ieee802_11::AssocRequestFrame;
+
+/// A new element of the class for this ID; `maps` as Sample::maps.
+inline ElementPtr make_element(ElementID id, ExtensionID extension, std::uint8_t maps) {
+    using Container = Frame::ElementContainer;
+    if (id != ElementID::ELEMENT_ID_EXTENSION) {
+        return Container::create_element(id);
+    }
+    if (extension == ExtensionID::EHT_CAPABILITIES) {
+        return std::make_unique<ieee802_11::IEEE802_11_EHTCapabilities>(
+            (maps & 1U) != 0, (maps & 2U) != 0, (maps & 4U) != 0);
+    }
+    if (extension == ExtensionID::EHT_OPERATION) {
+        return std::make_unique<ieee802_11::IEEE802_11_EHTOperation>();
+    }
+    return Container().create_extended_element(extension);
+}
+
+// --- Where writing is deliberately not the inverse of reading. Everything else comes back equal:
+// bodies that are written as zeros, zero capabilities and trailing zeros that are not written
+// change the octets, and what they are read as stays the same.
+
+/// A Non-Inheritance element's Length promises one octet more than is written. Of 252 IDs and more
+/// that is 256, which the octet cannot say.
+inline bool promises_one_octet_more(const Element& element) {
+    return !element.is_dummy() && element.get_type() == ElementID::ELEMENT_ID_EXTENSION &&
+           element.get_extension_type() == ExtensionID::NON_INHERITANCE;
+}
+
+/// With what text an element that was read may be refused: lists of rates that were empty, an RSN
+/// element of more than 255 octets with its header.
+inline std::string_view refusal_to_write(const Element& element) {
+    switch (element.get_type()) {
+        case ElementID::SUPPORTED_RATES:
+        case ElementID::EXTENDED_SUPPORTED_RATES:
+            return "Invalid size";
+        case ElementID::RSN:
+            return "Invalid length";
+        default:
+            return {};
+    }
+}
+
+// --- Reading
+
+/// The fields of an element as text.
+class FieldText : public ieee802_11::IEEE802_11_FieldVisitor {
+public:
+    explicit FieldText(const Element& element) { element.visit_fields(*this); }
+
+    void number(std::string_view name, std::uint64_t value) override {
+        text(name, std::to_string(value));
+    }
+    void text(std::string_view name, std::string_view value) override {
+        ((text_ += name) += '=') += value;
+        text_ += ' ';
+    }
+    void octets(std::string_view name, std::span<const std::uint8_t> value) override {
+        text(name, to_hex({value.begin(), value.end()}));
+    }
+    void open_list(std::string_view name) override { (text_ += name) += "=["; }
+    void close_list() override { text_ += "] "; }
+    void open_object(std::string_view name) override { (text_ += name) += "={"; }
+    void close_object() override { text_ += "} "; }
+
+    const std::string& str() const { return text_; }
+
+private:
+    std::string text_;
+};
+
+/// A stream buffer that has one octet at hand and does not know how many follow, as a file's or a
+/// socket's may.
+class TrickleBuf : public std::streambuf {
+public:
+    explicit TrickleBuf(std::span<const std::uint8_t> octets)
+        : text_(octets.begin(), octets.end()) {
+        stand_at(0);
+    }
+
+protected:
+    int_type underflow() override {
+        if (gptr() == text_.data() + text_.size()) {
+            return traits_type::eof();
+        }
+        setg(eback(), gptr(), gptr() + 1);
+        return traits_type::to_int_type(*gptr());
+    }
+    pos_type seekoff(off_type offset, std::ios_base::seekdir from,
+                     std::ios_base::openmode which) override {
+        const auto size = static_cast<off_type>(text_.size());
+        const off_type target = offset + (from == std::ios_base::beg   ? 0
+                                          : from == std::ios_base::cur ? gptr() - eback()
+                                                                       : size);
+        if ((which & std::ios_base::in) == 0 || target < 0 || target > size) {
+            return pos_type(off_type(-1));
+        }
+        stand_at(target);
+        return pos_type(target);
+    }
+    pos_type seekpos(pos_type position, std::ios_base::openmode which) override {
+        return seekoff(off_type(position), std::ios_base::beg, which);
+    }
+
+private:
+    void stand_at(off_type at) { setg(text_.data(), text_.data() + at, text_.data() + at); }
+
+    std::string text_;
+};
+
+/// An object that was read, and what a caller can observe besides.
+template <class T>
+struct Reading {
+    std::unique_ptr<T> object;
+    std::string error;  // the exception's text, empty without one
+    std::ios_base::iostate state = std::ios_base::goodbit;
+    std::streamoff position = 0;
+
+    bool ok() const { return error.empty(); }
+    Reading like(std::unique_ptr<T> other) const { return {std::move(other), {}, state, position}; }
+};
+
+template <class T>
+Reading<T> read_from(std::unique_ptr<T> object, std::istream& is) {
+    serialization::SerializationContext ctx;
+    Reading<T> reading{std::move(object), {}};
+    reading.error = message_of([&] { reading.object->deserialize_impl(is, ctx); });
+    reading.state = is.rdstate();
+    reading.position = is.rdbuf()->pubseekoff(0, std::ios_base::cur, std::ios_base::in);
+    return reading;
+}
+
+template <class T>
+Reading<T> read_from_memory(std::unique_ptr<T> object, std::span<const std::uint8_t> octets) {
+    MemBuf buffer(octets);
+    std::istream is(&buffer);
+    return read_from(std::move(object), is);
+}
+
+/// What differs between two readings of the same octets, in words.
+template <class T>
+std::string difference(const Reading<T>& a, const Reading<T>& b) {
+    if (a.error != b.error) {
+        return "'" + a.error + "' against '" + b.error + "'";
+    }
+    if (a.state != b.state || a.position != b.position) {
+        return "state " + std::to_string(a.state) + " at " + std::to_string(a.position) +
+               " against " + std::to_string(b.state) + " at " + std::to_string(b.position);
+    }
+    if (!(*a.object == *b.object && *b.object == *a.object) ||
+        a.object->get_length() != b.object->get_length()) {
+        return "other fields";
+    }
+    if constexpr (std::is_same_v<T, Element>) {
+        const FieldText fields_a(*a.object);
+        const FieldText fields_b(*b.object);
+        if (fields_a.str() != fields_b.str()) {
+            return fields_a.str() + " against " + fields_b.str();
+        }
+    }
+    return {};
+}
+
+/// Reads `octets` as the object that `make()` makes, in every way there is, and checks that no
+/// difference can be seen: text of the exception, fields, state and position.
+template <class Make>
+std::string check_ways_of_reading_agree(const Make& make, const Octets& octets) {
+    const auto expected = read_from_memory(make(), octets);
+    const auto compare = [&](const char* way, const auto& reading) {
+        const std::string found = difference(expected, reading);
+        return found.empty() ? found : std::string(way) + ": " + found;
+    };
+
+    std::stringstream string_stream(to_string(octets));
+    TrickleBuf trickle(octets);
+    std::istream trickling(&trickle);
+    MemBuf buffer(octets);
+    std::istream parent(&buffer);
+    LimitedIStream bounded(parent, static_cast<std::int64_t>(octets.size()));
+    const std::array<std::pair<const char*, std::istream*>, 3> streams{
+        {{"string stream", &string_stream}, {"trickle", &trickling}, {"bounded", &bounded}}};
+    for (const auto& [way, stream] : streams) {
+        if (std::string problem = compare(way, read_from(make(), *stream)); !problem.empty()) {
+            return problem;
+        }
+    }
+
+    serialization::SerializationContext ctx;
+    auto memory = expected.like(make());
+    auto state = expected.state;
+    memory.error = message_of([&] { state = memory.object->deserialize(octets, ctx); });
+    memory.state = memory.ok() ? state : expected.state;
+    if constexpr (requires(impl::ByteCursor & cursor) { make()->deserialize_from(cursor, ctx); }) {
+        // Where it stops after an exception only the frame that holds the element sees.
+        impl::ByteCursor cursor(octets);
+        message_of([&] { memory.object->deserialize_from(cursor, ctx); });
+        memory.state = cursor.rdstate();
+        memory.position = static_cast<std::streamoff>(cursor.consumed());
+    }
+    return compare("memory", memory);
+}
+
+// --- Writing
+
+struct Written {
+    Octets octets;
+    std::string error;  // the exception's text, empty without one
+};
+
+template <class T>
+Written write(const T& object) {
+    std::ostringstream os;
+    serialization::SerializationContext ctx;
+    Written written;
+    written.error = message_of([&] { object.serialize_impl(os, ctx); });
+    const std::string text = os.str();
+    written.octets.assign(text.begin(), text.end());
+    return written;
+}
+
+/// Checks that an element which was read is written, in as many octets as it says, and that these
+/// are read as an equal element and written the same again.
+template <class Make>
+std::string check_round_trip(const Make& make, const Element& element) {
+    const Written written = write(element);
+    if (!written.error.empty()) {
+        return written.octets.empty() && written.error == refusal_to_write(element)
+                   ? std::string()
+                   : "refused: " + written.error;
+    }
+    const std::size_t promised = promises_one_octet_more(element) ? 1 : 0;
+    if (written.octets.size() + promised != element.get_length()) {
+        return "get_length() is " + std::to_string(element.get_length()) + ", written are " +
+               to_hex(written.octets);
+    }
+    if (element.get_length() - 2 > 255) {
+        return promised == 1 ? "" : "a Length of more than 255";
+    }
+    const auto again = read_from_memory(make(), written.octets);
+    const auto state = promised == 1 ? std::ios_base::failbit : std::ios_base::goodbit;
+    if (!again.ok() || again.state != state || !(*again.object == element) ||
+        !(element == *again.object)) {
+        return to_hex(written.octets) + " is not read as what was written: " + again.error;
+    }
+    return write(*again.object).octets == written.octets ? "" : "written differently again";
+}
+
+/// The same for a frame.
+inline std::string check_round_trip(const Frame& frame) {
+    const auto* eht = frame.get_optional_element<ieee802_11::IEEE802_11_EHTCapabilities>();
+    const auto* non_inheritance =
+        frame.get_optional_element_by_extended_id(ExtensionID::NON_INHERITANCE);
+    const Written written = write(frame);
+    if (!written.error.empty()) {
+        // One of its elements must be the reason.
+        for (const ElementID id :
+             {ElementID::SUPPORTED_RATES, ElementID::EXTENDED_SUPPORTED_RATES, ElementID::RSN}) {
+            const Element* element = frame.get_optional_element_by_id(id);
+            if (element != nullptr && write(*element).error == written.error) {
+                return {};
+            }
+        }
+        return "refused: " + written.error;
+    }
+    if (written.octets.size() + (non_inheritance != nullptr ? 1 : 0) != frame.get_length()) {
+        return "get_length() is " + std::to_string(frame.get_length()) + ", written are " +
+               std::to_string(written.octets.size());
+    }
+    const auto again = read_from_memory(std::make_unique<Frame>(), written.octets);
+    // Behind a Non-Inheritance element the frame is read one octet off.
+    if (non_inheritance != nullptr) {
+        return {};
+    }
+    // HE Capabilities that came behind the EHT Capabilities give them another shape.
+    if (eht != nullptr) {
+        const auto shaped =
+            frame.get_optional_elements().create_extended_element(ExtensionID::EHT_CAPABILITIES);
+        serialization::SerializationContext ctx;
+        const Octets octets = write(*eht).octets;
+        if (!message_of([&] { shaped->deserialize(octets, ctx); }).empty() || !(*shaped == *eht)) {
+            return {};
+        }
+    }
+    return again.ok() && *again.object == frame && frame == *again.object &&
+                   write(*again.object).octets == written.octets
+               ? std::string()
+               : "not read as what was written: " + again.error;
+}
+
+}  // namespace nuv::test

@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: Apache-2.0
+// The first three octets say which element reads the rest: ID, extension, and which maps an EHT
+// Capabilities element has. The element's own octets may say something else.
+#include "fuzz/invariant.hpp"
+#include "fuzz/codec_checks.hpp"
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    using namespace nuv::test;
+    constexpr std::size_t selector_length = 3;
+    if (size < selector_length) {
+        return 0;
+    }
+    const Octets octets(data + selector_length, data + size);
+    const auto make = [data] {
+        return make_element(static_cast<ElementID>(data[0]), static_cast<ExtensionID>(data[1]),
+                            data[2]);
+    };
+
+    nuv::fuzz::require_well(check_ways_of_reading_agree(make, octets));
+    const auto reading = read_from_memory(make(), octets);
+    if (reading.ok()) {
+        const bool whole = (reading.state & std::ios_base::failbit) == 0;
+        nuv::fuzz::require(!whole || reading.position == 2 + octets[1], "not behind the element");
+        nuv::fuzz::require_well(check_round_trip(make, *reading.object));
+    }
+    return 0;
+}

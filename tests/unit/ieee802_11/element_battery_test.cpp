@@ -1,0 +1,196 @@
+// SPDX-License-Identifier: Apache-2.0
+// What holds for every element, tried on every sample of the vectors.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <random>
+#include <set>
+
+#include "fuzz/codec_checks.hpp"
+#include "nuv/ieee802_11/ieee802_11_dummy_element.hpp"
+#include "tools/vectors/vectors.hpp"
+
+namespace nuv::test {
+namespace {
+
+constexpr std::size_t header_length = 2;
+
+class ElementBattery : public testing::Test {
+protected:
+    static auto maker(const Sample& sample) {
+        const auto id = static_cast<ElementID>(sample.octets.at(0));
+        const auto extension = sample.octets.size() > header_length
+                                   ? static_cast<ExtensionID>(sample.octets[header_length])
+                                   : ExtensionID::NO_EXTENSION;
+        return [id, extension, maps = sample.maps] { return make_element(id, extension, maps); };
+    }
+
+    static ElementPtr read(const Sample& sample) {
+        auto reading = read_from_memory(maker(sample)(), sample.octets);
+        EXPECT_EQ(reading.error, "") << sample.name;
+        return std::move(reading.object);
+    }
+
+    const std::vector<Sample> samples_ = elements();
+};
+
+TEST_F(ElementBattery, HasASampleOfEveryElementThatAFrameKnows) {
+    std::set<std::pair<ElementID, ExtensionID>> seen;
+    for (const Sample& sample : samples_) {
+        const ElementPtr element = read(sample);
+        seen.emplace(element->get_type(), element->get_extension_type());
+    }
+    for (unsigned octet = 0; octet < 256; ++octet) {
+        const auto id = static_cast<ElementID>(octet);
+        if (id != ElementID::ELEMENT_ID_EXTENSION && !make_element(id, {}, 0)->is_dummy()) {
+            EXPECT_TRUE(seen.contains({id, ExtensionID::NO_EXTENSION})) << octet;
+        }
+        const auto extension = static_cast<ExtensionID>(octet);
+        if (!make_element(ElementID::ELEMENT_ID_EXTENSION, extension, 0)->is_dummy()) {
+            EXPECT_TRUE(seen.contains({ElementID::ELEMENT_ID_EXTENSION, extension})) << octet;
+        }
+    }
+}
+
+TEST_F(ElementBattery, EveryWayOfReadingStandsBehindTheElementWithTheSameFields) {
+    for (const Sample& sample : samples_) {
+        Octets octets = sample.octets;
+        octets.insert(octets.end(), {0x0A, 0x00});  // another element, whole
+        EXPECT_EQ(check_ways_of_reading_agree(maker(sample), octets), "") << sample.name;
+        const auto reading = read_from_memory(maker(sample)(), octets);
+        EXPECT_EQ(reading.error, "") << sample.name;
+        EXPECT_EQ(reading.state, std::ios_base::goodbit) << sample.name;
+        EXPECT_EQ(reading.position, header_length + octets[1]) << sample.name;
+    }
+}
+
+TEST_F(ElementBattery, WritesWhatTheVectorsSayInAsManyOctetsAsItSays) {
+    for (const Sample& sample : samples_) {
+        const ElementPtr element = read(sample);
+        const Written written = write(*element);
+        EXPECT_EQ(to_hex(written.octets), to_hex(sample.written)) << sample.name;
+        EXPECT_EQ(written.error, sample.refused) << sample.name;
+        EXPECT_EQ(check_round_trip(maker(sample), *element), "") << sample.name;
+    }
+}
+
+TEST_F(ElementBattery, EveryProperPrefixIsRefusedUnlessOnlySurplusIsMissing) {
+    for (const Sample& sample : samples_) {
+        for (std::size_t size = 0; size < sample.octets.size(); ++size) {
+            SCOPED_TRACE(sample.name + ", first " + std::to_string(size));
+            const Octets prefix(sample.octets.begin(),
+                                sample.octets.begin() + static_cast<std::ptrdiff_t>(size));
+            EXPECT_EQ(check_ways_of_reading_agree(maker(sample), prefix), "");
+            const auto reading = read_from_memory(maker(sample)(), prefix);
+            // On a memory stream the surplus is missed by the fail bit only.
+            EXPECT_EQ(reading.ok(), size >= sample.octets.size() - sample.surplus) << reading.error;
+            EXPECT_NE(reading.state & std::ios_base::failbit, 0);
+        }
+    }
+}
+
+TEST_F(ElementBattery, RefusesMalformedElementsWithTheirText) {
+    for (const Sample& sample : vectors("malformed_elements")) {
+        EXPECT_EQ(read_from_memory(maker(sample)(), sample.octets).error, sample.error)
+            << sample.name;
+        EXPECT_EQ(check_ways_of_reading_agree(maker(sample), sample.octets), "") << sample.name;
+    }
+}
+
+TEST_F(ElementBattery, EqualsWhatIsWrittenTheSameAndNothingElse) {
+    for (const Sample& a : samples_) {
+        const ElementPtr element = read(a);
+        for (const Sample& b : samples_) {
+            const ElementPtr other = read(b);
+            const bool same = a.octets == b.octets || (a.written == b.written && a.refused.empty());
+            EXPECT_EQ(*element == *other, same) << a.name << ", " << b.name;
+        }
+    }
+}
+
+TEST_F(ElementBattery, ReadingIntoAUsedElementLeavesNothingOfWhatItHeld) {
+    serialization::SerializationContext ctx;
+    for (const Sample& a : samples_) {
+        for (const Sample& b : samples_) {
+            const ElementPtr fresh = read(b);
+            ElementPtr used = read(a);
+            if (used->get_type() == fresh->get_type() && a.maps == b.maps &&
+                used->get_extension_type() == fresh->get_extension_type()) {
+                used->deserialize(b.octets, ctx);
+                EXPECT_EQ(*used, *fresh) << a.name << ", " << b.name;
+            }
+        }
+    }
+}
+
+TEST_F(ElementBattery, ATypedElementNeverEqualsARawOneOfTheSameOctets) {
+    for (const Sample& sample : samples_) {
+        const ElementPtr element = read(sample);
+        ieee802_11::IEEE802_11_DummyElement dummy(element->get_type());
+        serialization::SerializationContext ctx;
+        if (message_of([&] { dummy.deserialize(sample.octets, ctx); }).empty()) {
+            EXPECT_EQ(*element == dummy, element->is_dummy()) << sample.name;
+            EXPECT_EQ(dummy == *element, element->is_dummy()) << sample.name;
+        }
+    }
+}
+
+TEST_F(ElementBattery, EveryLengthOctetIsReadToItsEndOrRefusedWithAKnownText) {
+    const std::set<std::string> known{
+        "Deserialization of type std::uint8_t failed.",
+        "Deserialization of type std::uint16_t failed.",
+        "Deserialization of type std::uint32_t failed.",
+        "Invalid counter",
+        "Invalid length",
+        "Invalid length: must fit IEEE802_11_DupleOperatingClass",
+        "Invalid length: must fit an OUI",
+        "Invalid size",
+        "Invalid version",
+        "Sanity Check: Unconsumed length",
+    };
+    std::mt19937 random(20250314);
+    for (const Sample& sample : samples_) {
+        for (unsigned length = 0; length < 256; ++length) {
+            SCOPED_TRACE(sample.name + ", Length " + std::to_string(length));
+            Octets octets(header_length + 256);
+            std::ranges::generate(octets, [&] { return static_cast<std::uint8_t>(random()); });
+            // The sample's own octets lead deeper than random ones.
+            std::ranges::copy(sample.octets, octets.begin());
+            octets[1] = static_cast<std::uint8_t>(length);
+            EXPECT_EQ(check_ways_of_reading_agree(maker(sample), octets), "");
+            const auto reading = read_from_memory(maker(sample)(), octets);
+            if (reading.ok()) {
+                EXPECT_EQ(reading.position, header_length + length);
+                EXPECT_EQ(check_round_trip(maker(sample), *reading.object), "");
+            } else {
+                EXPECT_TRUE(known.contains(reading.error)) << reading.error;
+            }
+        }
+    }
+}
+
+TEST(FrameBattery, EveryWayOfReadingAFrameAgreesAndItIsWrittenAsItIsRead) {
+    const auto make = [] { return std::make_unique<Frame>(); };
+    const auto check = [&](const std::string& name, const Octets& body) {
+        EXPECT_EQ(check_ways_of_reading_agree(make, body), "") << name;
+        auto reading = read_from_memory(make(), body);
+        if (reading.ok()) {
+            EXPECT_EQ(check_round_trip(*reading.object), "") << name;
+        }
+        return reading;
+    };
+    for (const Sample& sample : vectors("assoc_request_bodies")) {
+        EXPECT_EQ(check(sample.name, sample.octets).error, sample.error) << sample.name;
+    }
+    for (const Sample& sample : stations()) {
+        const auto body = sample.octets.begin() + mac_header_length;
+        const auto whole = check(sample.name, {body, sample.octets.end()});
+        EXPECT_TRUE(whole.ok() && whole.state == std::ios_base::eofbit) << sample.name;
+        for (auto end = body; end != sample.octets.end(); ++end) {
+            check(sample.name + " up to " + std::to_string(end - body), {body, end});
+        }
+    }
+}
+
+}  // namespace
+}  // namespace nuv::test

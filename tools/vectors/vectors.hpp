@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <filesystem>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "tools/vectors/hex.hpp"
+
+namespace nuv::test {
+
+/// A sample out of a file of vectors.
+struct Sample {
+    /// The file's name without its extension; behind "-" the sample's, where the file has several.
+    std::string name;
+    Octets octets;
+    /// What the library writes after it has read them; where nothing else is said, the same.
+    Octets written;
+    /// With what text reading it fails; empty for what is read.
+    std::string error;
+    /// With what text it refuses to write.
+    std::string refused;
+    /// How many octets at the end of an element belong to no field.
+    std::size_t surplus = 0;
+    /// Which maps an EHT Capabilities element has that do not follow from itself: bit 0 the one of
+    /// 20 MHz only, bit 1 up to 80 MHz, bit 2 160 MHz.
+    std::uint8_t maps = 0;
+};
+
+/// Reads a file of vectors: octets in hexadecimal, `#` and what follows it is a comment. A line
+/// `[name]` begins a sample. `written:` goes before the octets that the library writes where they
+/// differ; the other members of a sample are given as `error: TEXT`, `refused: TEXT`, `surplus: NUMBER`,
+/// `maps: OCTET`. Throws std::runtime_error naming file and line for anything else.
+std::vector<Sample> read_vectors(const std::filesystem::path& file);
+
+/// The samples of every file of the project's vectors whose name begins with `prefix`, by name.
+std::vector<Sample> vectors(std::string_view prefix);
+
+/// Association requests with their MAC header, by age of the station.
+inline std::vector<Sample> stations() { return vectors("station_"); }
+/// Elements of every class.
+inline std::vector<Sample> elements() { return vectors("element_"); }
+/// Octets before the body of a management frame.
+constexpr std::size_t mac_header_length = 24;
+
+}  // namespace nuv::test
