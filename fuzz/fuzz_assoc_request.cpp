@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // The input is the body of an association request.
-#include "fuzz/invariant.hpp"
 #include "fuzz/codec_checks.hpp"
+#include "fuzz/invariant.hpp"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using namespace nuv::test;
