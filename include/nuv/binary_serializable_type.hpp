@@ -2,14 +2,12 @@
 #pragma once
 
 #include <array>
-#include <bit>
 #include <bitset>
 #include <concepts>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
 #include <iosfwd>
-#include <limits>
 #include <ranges>
 #include <sstream>
 #include <string>
@@ -31,7 +29,7 @@ NUV_EXPORT void write_octets(std::ostream& os, const std::uint8_t* octets, std::
 
 /// Reads up to `size` octets in one stream-buffer operation and returns how many came. The stream's
 /// state ends as an unformatted read leaves it.
-NUV_EXPORT std::size_t read_octets(std::istream& is, std::uint8_t* octets, std::size_t size);
+NUV_EXPORT std::size_t read_available(std::istream& is, std::uint8_t* octets, std::size_t size);
 
 /// Throws SerializationException(`failure`) if `is` has its bad or fail bit set.
 NUV_EXPORT void check_read(const std::istream& is, const char* failure);
@@ -239,7 +237,7 @@ struct BinarySerializableType<T> {
 
     static void deserialize(std::istream& is, SerializationContext& /*ctx*/, T& value) {
         std::array<std::uint8_t, Wire::size> octets{};
-        Wire::decode(octets.data(), impl::read_octets(is, octets.data(), octets.size()), value);
+        Wire::decode(octets.data(), impl::read_available(is, octets.data(), octets.size()), value);
         impl::check_read(is, Wire::texts.deserialize);
     }
 };
@@ -261,8 +259,10 @@ struct BinarySerializableType<T> {
     static void serialize(std::ostream& os, SerializationContext& ctx, const T& list) {
         using Element = std::ranges::range_value_t<T>;
         if constexpr (std::same_as<Element, std::uint8_t> && std::ranges::contiguous_range<T>) {
-            impl::write_octets(os, std::ranges::data(list), std::ranges::size(list),
-                               impl::octet_texts.serialize);
+            if (!std::ranges::empty(list)) {
+                impl::write_octets(os, std::ranges::data(list), std::ranges::size(list),
+                                   impl::octet_texts.serialize);
+            }
         } else {
             for (const auto& element : list) {
                 BinarySerializableType<Element>::serialize(os, ctx, element);

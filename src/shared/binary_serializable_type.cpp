@@ -16,7 +16,7 @@ void write_octets(std::ostream& os, const std::uint8_t* octets, std::size_t size
     }
 }
 
-std::size_t read_octets(std::istream& is, std::uint8_t* octets, std::size_t size) {
+std::size_t read_available(std::istream& is, std::uint8_t* octets, std::size_t size) {
     is.read(reinterpret_cast<char*>(octets), static_cast<std::streamsize>(size));
     return static_cast<std::size_t>(is.gcount());
 }
@@ -31,8 +31,10 @@ void check_read(const std::istream& is, const char* failure) {
 
 void BinarySerializableType<std::string>::serialize(std::ostream& os, SerializationContext& /*ctx*/,
                                                     const std::string& value) {
-    impl::write_octets(os, reinterpret_cast<const std::uint8_t*>(value.data()), value.size(),
-                       impl::octet_texts.serialize);
+    if (!value.empty()) {
+        impl::write_octets(os, reinterpret_cast<const std::uint8_t*>(value.data()), value.size(),
+                           impl::octet_texts.serialize);
+    }
 }
 
 void BinarySerializableType<std::string>::deserialize(std::istream& /*is*/,

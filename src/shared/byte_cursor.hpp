@@ -126,7 +126,7 @@ void read_value(std::istream& source, serialization::SerializationContext& ctx, 
     serialization::BinarySerializableType<T>::deserialize(source, ctx, value);
 }
 
-/// Reads `octets.size()` octets one by one; throws the octet's message when they run out.
+/// Fills `octets`; throws the octet's message when they run out.
 inline void read_octets(ByteCursor& source, std::span<std::uint8_t> octets) {
     const auto taken = source.read_octets(octets.size());
     std::copy(taken.begin(), taken.end(), octets.begin());
@@ -135,7 +135,7 @@ inline void read_octets(ByteCursor& source, std::span<std::uint8_t> octets) {
     }
 }
 inline void read_octets(std::istream& source, std::span<std::uint8_t> octets) {
-    serialization::impl::read_octets(source, octets.data(), octets.size());
+    serialization::impl::read_available(source, octets.data(), octets.size());
     serialization::impl::check_read(source, serialization::impl::octet_texts.deserialize);
 }
 

@@ -2,6 +2,7 @@
 #include "nuv/limited_input_streambuf.hpp"
 
 #include <algorithm>
+#include <limits>
 #include <stdexcept>
 #include <utility>
 
@@ -16,7 +17,10 @@ LimitedInputStreambuf::LimitedInputStreambuf(std::streambuf* underlying, std::in
         throw std::logic_error(
             "Failed to fetch the current read position of the underlying streambuf");
     }
-    limit_ = current_ + static_cast<off_type>(limit);
+    off_type end = 0;
+    limit_ = __builtin_add_overflow(off_type{current_}, off_type{limit}, &end)
+                 ? std::numeric_limits<off_type>::max()
+                 : end;
 }
 
 std::int64_t LimitedInputStreambuf::get_number_of_chars_to_limit() const {

@@ -38,7 +38,7 @@ void deserialize_string_with_uint8_size(std::istream& is, SerializationContext& 
         throw size_error(std::string(1, static_cast<char>(size)), min, max);
     }
     std::string fresh(size, '\0');
-    impl::read_octets(is, reinterpret_cast<std::uint8_t*>(fresh.data()), fresh.size());
+    impl::read_available(is, reinterpret_cast<std::uint8_t*>(fresh.data()), fresh.size());
     impl::check_read(is, char_texts.deserialize);
     out = std::move(fresh);
 }

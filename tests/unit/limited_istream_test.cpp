@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
 #include <sstream>
 #include <stdexcept>
 #include <type_traits>
@@ -55,6 +56,13 @@ TEST(LimitedIStream, CountsToTheLimitAlsoWhereTheParentEndsBefore) {
         EXPECT_TRUE(parent.good()) << "reading does not touch the parent's state";
     }
     EXPECT_TRUE(parent.fail()) << "a string stream has no position behind its end";
+}
+
+TEST(LimitedIStream, GreatestLimitIsNoLimit) {
+    std::istringstream parent("abc");
+    parent.get();
+    LimitedIStream limited(parent, std::numeric_limits<std::int64_t>::max());
+    EXPECT_EQ(read(limited, 9), "bc");
 }
 
 TEST(LimitedIStream, PositionsAreTheParents) {

@@ -22,10 +22,9 @@ namespace nuv::ieee802_11 {
 /// (2), the SSID element, the other elements.
 ///
 /// A Reassociation Request carries the current AP's address (6 octets) behind the listen interval,
-/// which has no place here: cut it out before reading, or reading fails with "Invalid SSID length
-/// ".
+/// which has no place here: cut it out before reading, or the SSID's length is found invalid.
 ///
-/// Every failure to read is a SerializationException; the frame may then be partly replaced. After
+/// Every failure to read octets is a SerializationException; the frame may then be partly replaced. After
 /// a success a stream stands at its end with eofbit set. An element whose Length runs past the end
 /// of a memory stream although its fields were there leaves failbit instead, and counts as read.
 class NUV_EXPORT AssocRequestFrame : public serialization::BinarySerializable {
@@ -43,7 +42,9 @@ public:
         static constexpr std::size_t NUMBER_OF_SLOTS = 26;
 
         using ElementPtr = std::unique_ptr<IEEE802_11_Element_Base>;
-        using ElementList = std::span<const ElementPtr>;
+        /// An element held: it is replaced, not changed.
+        using HeldPtr = std::unique_ptr<const IEEE802_11_Element_Base>;
+        using ElementList = std::span<const HeldPtr>;
 
         ElementContainer() = default;
 
@@ -56,7 +57,7 @@ public:
 
         /// Vendor-specific elements and TID-to-link mappings are appended to their list, beyond its
         /// limit they are logged and dropped. Every other element replaces the one in its slot;
-        /// without a slot it is dropped.
+        /// without a slot it is dropped. `element` is not null.
         void add_element(ElementPtr element);
 
         /// The element in the slot of this ID, null without one. Valid until the next change.
@@ -98,17 +99,22 @@ public:
         template <std::size_t N>
         class BoundedList {
         public:
-            bool full() const { return size_ == N; }
-            void push_back(ElementPtr element) { storage_[size_++] = std::move(element); }
-            void clear() {
-                for (; size_ > 0; --size_) {
-                    storage_[size_ - 1].reset();
-                }
+            BoundedList() = default;
+            BoundedList(BoundedList&& other) noexcept
+                : storage_(std::move(other.storage_)), size_(std::exchange(other.size_, 0)) {}
+            BoundedList& operator=(BoundedList&& other) noexcept {
+                storage_ = std::move(other.storage_);
+                size_ = std::exchange(other.size_, 0);
+                return *this;
             }
+
+            bool full() const { return size_ == N; }
+            void push_back(HeldPtr element) { storage_[size_++] = std::move(element); }
+            void clear() { *this = {}; }
             ElementList elements() const { return {storage_.data(), size_}; }
 
         private:
-            std::array<ElementPtr, N> storage_;
+            std::array<HeldPtr, N> storage_;
             std::size_t size_ = 0;
         };
 
@@ -118,7 +124,7 @@ public:
         template <std::size_t N>
         static void append(BoundedList<N>& list, ElementPtr element, const char* kind);
 
-        std::array<ElementPtr, NUMBER_OF_SLOTS> slots_;
+        std::array<HeldPtr, NUMBER_OF_SLOTS> slots_;
         BoundedList<MAX_VENDOR_ELEMENTS> vendor_specific_;
         BoundedList<MAX_TTLM_ELEMENTS> ttlm_;
     };

@@ -9,7 +9,7 @@
 
 namespace nuv::ieee802_11 {
 
-/// EHT Capabilities (ID 255, extension 108; IEEE Std 802.11be-2024, 9.4.2.313). Bit numbers are
+/// EHT Capabilities (ID 255, extension 108; IEEE Std 802.11be-2024, 9.4.2.323). Bit numbers are
 /// those of the standard's fields.
 ///
 /// Which maps are there is not on the wire: for the first three it follows from the HE Capabilities
@@ -68,7 +68,7 @@ public:
     /// Deliberate: on the wire the value's most significant octet comes first, so that its low
     /// octet is the last of the four (EHT-MCS 12 and 13); both ends agree on this order. Setting
     /// the map makes it present if its low four bits are not all zero, and absent otherwise.
-    const EHT_20_MHz_only_non_AP_STA_MCS_NSS_MAP& get_20_mhz_only_non_ap_sta_mcs_nss_map() const {
+    EHT_20_MHz_only_non_AP_STA_MCS_NSS_MAP get_20_mhz_only_non_ap_sta_mcs_nss_map() const {
         return mcs_nss_map_20_mhz_only_;
     }
     void set_20_mhz_only_non_ap_sta_mcs_nss_map(EHT_20_MHz_only_non_AP_STA_MCS_NSS_MAP value) {

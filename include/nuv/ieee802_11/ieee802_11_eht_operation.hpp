@@ -18,7 +18,7 @@ enum class IEEE802_11_EHTOperationChannelWidthValue : std::uint8_t {
     WIDTH_320 = 4,
 };
 
-/// EHT Operation (ID 255, extension 106; IEEE Std 802.11be-2024, 9.4.2.311).
+/// EHT Operation (ID 255, extension 106; IEEE Std 802.11be-2024, 9.4.2.321).
 ///
 /// Deliberate: the two numbers of more than one octet go over the wire most significant octet
 /// first; both ends of this system agree on it. And the bitmap is there when bit 1 of the

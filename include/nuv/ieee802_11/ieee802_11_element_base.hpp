@@ -23,7 +23,8 @@ class IEEE802_11_FieldVisitor;
 /// Reading takes what comes as the element it is read into: the caller has looked at the ID and
 /// made an object of the class. A failed read throws SerializationException and may leave the
 /// fields partly replaced. Whether it succeeds or fails inside the body, the stream then stands
-/// behind the element, as far as it reaches.
+/// behind the element, as far as it reaches. A stream without positions, as a pipe's, is refused with
+/// std::logic_error.
 class NUV_EXPORT IEEE802_11_Element_Base : public serialization::BinarySerializable {
 public:
     /// Writes the whole element. Throws SerializationException, writing nothing, if the fields do
@@ -50,7 +51,7 @@ public:
     /// Shows every field to `visitor`.
     virtual void visit_fields(IEEE802_11_FieldVisitor& visitor) const = 0;
 
-    /// The common core of both ways to read.
+    /// Reads from the library's own source of octets, as the two above do.
     virtual void deserialize_from(impl::ByteCursor& source,
                                   serialization::SerializationContext& ctx);
 
@@ -61,7 +62,8 @@ protected:
     IEEE802_11_Element_Base& operator=(const IEEE802_11_Element_Base&) = default;
     IEEE802_11_Element_Base& operator=(IEEE802_11_Element_Base&&) = default;
 
-    /// Throws what forbids to write the element.
+    /// Throws what forbids to write the element: "Invalid length" for more than 255 octets behind the
+    /// Length octet.
     virtual void check_fields() const;
     /// Each throws what forbids to read an element with this octet in its header.
     virtual void check_id(std::uint8_t id) const;
@@ -69,9 +71,9 @@ protected:
     virtual void check_extension(std::uint8_t extension) const;
     /// The body, without the extension octet.
     virtual void write_body(std::ostream& os, serialization::SerializationContext& ctx) const = 0;
-    /// Not called where a class overrides both ways to read.
+    /// Throws std::logic_error; a class overrides this, or both ways to read.
     virtual void read_body(impl::ByteCursor& body, serialization::SerializationContext& ctx);
-    /// `other` has the same ID and extension, and is a dummy if this is.
+    /// `other` is of the same class and has the same ID and extension.
     virtual bool equal_fields(const IEEE802_11_Element_Base& other) const = 0;
 
 private:

@@ -23,8 +23,6 @@ public:
     virtual void octets(std::string_view name, std::span<const std::uint8_t> value) = 0;
     virtual void open_list(std::string_view name) = 0;
     virtual void close_list() = 0;
-    virtual void open_object(std::string_view name) = 0;
-    virtual void close_object() = 0;
 
 protected:
     IEEE802_11_FieldVisitor() = default;

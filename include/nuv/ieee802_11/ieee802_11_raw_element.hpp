@@ -25,7 +25,6 @@ public:
     void visit_fields(IEEE802_11_FieldVisitor& visitor) const override;
 
 protected:
-    void check_fields() const override;
     void write_body(std::ostream& os, serialization::SerializationContext& ctx) const override;
     void read_body(impl::ByteCursor& body, serialization::SerializationContext& ctx) override;
     bool equal_fields(const IEEE802_11_Element_Base& other) const override;

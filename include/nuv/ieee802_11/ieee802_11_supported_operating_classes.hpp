@@ -11,7 +11,8 @@ namespace nuv::ieee802_11 {
 /// 130 opens the extension list, 0 the list of duples.
 ///
 /// Class 130 itself therefore ends the capable list (deliberate: peers read it so); a further 130
-/// inside the extension list is data. A body over 255 octets is refused on writing with "Invalid
+/// inside the extension list is data. A delimiter that a caller puts into a
+/// list is written and read back as one. A body over 255 octets is refused on writing with "Invalid
 /// length"; duples that are no non-empty whole number of pairs are refused on reading with "Invalid
 /// length: must fit IEEE802_11_DupleOperatingClass".
 class NUV_EXPORT IEEE802_11_SupportedOperatingClasses
@@ -38,7 +39,6 @@ public:
     void visit_fields(IEEE802_11_FieldVisitor& visitor) const override;
 
 protected:
-    void check_fields() const override;
     void write_body(std::ostream& os, serialization::SerializationContext& ctx) const override;
     void read_body(impl::ByteCursor& body, serialization::SerializationContext& ctx) override;
     bool equal_fields(const IEEE802_11_Element_Base& other) const override;

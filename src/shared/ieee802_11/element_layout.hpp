@@ -94,13 +94,13 @@ void read_list(impl::ByteCursor& body, std::size_t count, List& list) {
         if (octets.size() != count) {
             throw serialization::SerializationException(WireForm<std::uint8_t>::texts.deserialize);
         }
-        return;
-    }
-    list.clear();
-    for (; count > 0; --count) {
-        typename List::value_type value{};
-        body.read(value);
-        list.push_back(value);
+    } else {
+        list.clear();
+        for (; count > 0; --count) {
+            typename List::value_type value{};
+            body.read(value);
+            list.push_back(value);
+        }
     }
 }
 
@@ -285,6 +285,7 @@ void IEEE802_11_LayoutElement<Derived, ID, ExtID>::check_fields() const {
     if constexpr (requires(const Derived& e) { Derived::Layout::check_fields(e); }) {
         Derived::Layout::check_fields(static_cast<const Derived&>(*this));
     }
+    IEEE802_11_Element_Base::check_fields();
 }
 
 template <class Derived, IEEE802_11_Element_ID ID, IEEE802_11_Element_ID_Extension ExtID>

@@ -47,19 +47,19 @@ using ID = IEEE802_11_Element_ID;
 using Ext = IEEE802_11_Element_ID_Extension;
 
 template <class E>
-Ptr make(const Container& /*container*/) {
+Ptr make(const Container* /*container*/) {
     return std::make_unique<E>();
 }
 
-Ptr make_eht_capabilities(const Container& container) {
-    const auto* he = container.get_optional_element<IEEE802_11_HECapabilities>();
+Ptr make_eht_capabilities(const Container* container) {
+    const auto* he = container->get_optional_element<IEEE802_11_HECapabilities>();
     if (he == nullptr) {
         constexpr const char* text = "EHT CAPABILITIES IE without preceding HE CAPABILITIES IE";
         NUV_LOG(log_module, error) << text;
         throw SerializationException(text);
     }
     // The HE Channel Width Set decides which EHT-MCS maps follow (IEEE Std 802.11be-2024,
-    // 9.4.2.313.4): bit 1 is 40 MHz in 2.4 GHz, 2 is 40 and 80 MHz, 3 is 160 MHz, 4 is 80+80 MHz.
+    // 9.4.2.323.4): bit 1 is 40 MHz in 2.4 GHz, 2 is 40 and 80 MHz, 3 is 160 MHz, 4 is 80+80 MHz.
     const auto& phy = he->get_phy_info_bits();
     const bool only_20_mhz = !phy[1] && !phy[2] && !phy[3] && !phy[4];
     return std::make_unique<IEEE802_11_EHTCapabilities>(only_20_mhz, phy[1] || phy[2], phy[3]);
@@ -76,7 +76,7 @@ constexpr std::size_t number_of_keys = 0x200;
 struct Row {
     std::uint16_t key;
     std::uint8_t slot;
-    Ptr (*make)(const Container& container);
+    Ptr (*make)(const Container* container);  // null for what needs no elements read before
 };
 
 constexpr std::uint8_t no_slot = Container::NUMBER_OF_SLOTS;
@@ -133,22 +133,26 @@ std::size_t slot_of(std::uint16_t wanted) {
     return row != nullptr ? row->slot : no_slot;
 }
 
-bool equal(const Ptr& a, const Ptr& b) { return a == nullptr || b == nullptr ? a == b : *a == *b; }
+using Held = Container::HeldPtr;
+
+bool equal(const Held& a, const Held& b) {
+    return a == nullptr || b == nullptr ? a == b : *a == *b;
+}
 
 bool equal(Container::ElementList a, Container::ElementList b) {
-    return std::ranges::equal(a, b, [](const Ptr& x, const Ptr& y) { return equal(x, y); });
+    return std::ranges::equal(a, b, [](const Held& x, const Held& y) { return equal(x, y); });
 }
 
 /// Calls `function` with each element held, in the order in which they are written.
 template <class Slots, class Function>
 void for_each_element(const Slots& slots, const Container& container, Function function) {
-    for (const Ptr& element : slots) {
+    for (const Held& element : slots) {
         if (element != nullptr) {
             function(*element);
         }
     }
     for (const auto list : {container.get_vendor_specific_vector(), container.get_ttlm_vector()}) {
-        for (const Ptr& element : list) {
+        for (const Held& element : list) {
             function(*element);
         }
     }
@@ -179,8 +183,7 @@ Ptr Container::create_element(ID id) {
     if (row == nullptr || row->make == nullptr) {
         return std::make_unique<IEEE802_11_DummyElement>(id);
     }
-    static const Container no_elements_needed;
-    return row->make(no_elements_needed);
+    return row->make(nullptr);
 }
 
 Ptr Container::create_extended_element(Ext extension) const {
@@ -188,7 +191,7 @@ Ptr Container::create_extended_element(Ext extension) const {
     if (row == nullptr || row->make == nullptr) {
         return std::make_unique<IEEE802_11_DummyElement>(ID::ELEMENT_ID_EXTENSION);
     }
-    return row->make(*this);
+    return row->make(this);
 }
 
 template <std::size_t N>
@@ -230,7 +233,7 @@ const IEEE802_11_Element_Base* Container::get_optional_element_by_extended_id(Ex
 }
 
 void Container::clear() {
-    std::ranges::for_each(slots_, [](ElementPtr& element) { element.reset(); });
+    std::ranges::for_each(slots_, [](HeldPtr& element) { element.reset(); });
     vendor_specific_.clear();
     ttlm_.clear();
 }

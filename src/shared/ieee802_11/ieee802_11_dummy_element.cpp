@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "nuv/ieee802_11/ieee802_11_dummy_element.hpp"
 
+#include <array>
 #include <istream>
-#include <vector>
 
 #include "byte_cursor.hpp"
 #include "nuv/binary_serializable_type.hpp"
@@ -67,8 +67,10 @@ void IEEE802_11_DummyElement::check_fields() const {
 }
 
 void IEEE802_11_DummyElement::write_body(std::ostream& os, SerializationContext& ctx) const {
-    const std::vector<std::uint8_t> zeros(body_length_);
-    serialization::BinarySerializableType<std::vector<std::uint8_t>>::serialize(os, ctx, zeros);
+    static constexpr std::array<std::uint8_t, 255> zeros{};
+    using Octets = std::span<const std::uint8_t>;
+    serialization::BinarySerializableType<Octets>::serialize(os, ctx,
+                                                             Octets(zeros).first(body_length_));
 }
 
 bool IEEE802_11_DummyElement::equal_fields(const IEEE802_11_Element_Base& other) const {

@@ -5,7 +5,7 @@
 
 namespace nuv::ieee802_11 {
 
-/// | offset | size | field                       | clause 9.4.2.311                           |
+/// | offset | size | field                       | clause 9.4.2.321                           |
 /// |--------|------|-----------------------------|--------------------------------------------|
 /// | 3      | 1    | eht_operation_parameters    |                                            |
 /// | 4      | 4    | basic_mcs_nss_set           | deliberate: most significant octet first   |

@@ -6,6 +6,8 @@
 #include <limits>
 #include <optional>
 #include <ostream>
+#include <stdexcept>
+#include <typeinfo>
 
 #include "byte_cursor.hpp"
 #include "nuv/limited_istream.hpp"
@@ -125,11 +127,16 @@ void IEEE802_11_Element_Base::serialize_impl(std::ostream& os, SerializationCont
 }
 
 bool IEEE802_11_Element_Base::operator==(const IEEE802_11_Element_Base& other) const {
-    return is_dummy() == other.is_dummy() && get_type() == other.get_type() &&
+    return typeid(*this) == typeid(other) && get_type() == other.get_type() &&
            get_extension_type() == other.get_extension_type() && equal_fields(other);
 }
 
-void IEEE802_11_Element_Base::check_fields() const {}
+void IEEE802_11_Element_Base::check_fields() const {
+    // The Length octet counts what follows it.
+    if (get_length() - 2 > std::numeric_limits<std::uint8_t>::max()) {
+        throw serialization::SerializationException("Invalid length");
+    }
+}
 
 void IEEE802_11_Element_Base::check_id(std::uint8_t /*id*/) const {}
 
@@ -138,6 +145,7 @@ void IEEE802_11_Element_Base::check_length(std::uint8_t /*length*/) const {}
 void IEEE802_11_Element_Base::check_extension(std::uint8_t /*extension*/) const {}
 
 void IEEE802_11_Element_Base::read_body(impl::ByteCursor& /*body*/, SerializationContext& /*ctx*/) {
+    throw std::logic_error("This element is read from streams only");
 }
 
 }  // namespace nuv::ieee802_11

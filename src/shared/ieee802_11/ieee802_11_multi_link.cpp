@@ -12,12 +12,6 @@ void IEEE802_11_MultiLink::visit_fields(IEEE802_11_FieldVisitor& visitor) const 
     visitor.octets("body_hex", body_);
 }
 
-void IEEE802_11_MultiLink::check_fields() const {
-    if (get_length() - 2 > 255) {
-        throw SerializationException("Invalid length");
-    }
-}
-
 void IEEE802_11_MultiLink::check_id(std::uint8_t id) const {
     if (id != static_cast<std::uint8_t>(get_type())) {
         throw SerializationException("Invalid ID");

@@ -32,16 +32,13 @@ void write_little_endian_16(std::ostream& os, SerializationContext& ctx, std::si
 }
 
 template <class List>
-void read_counted(impl::ByteCursor& body, int& remaining, std::uint32_t entry_size,
-                  const char* size_error, List& list) {
+void read_counted(impl::ByteCursor& body, std::uint32_t entry_size, const char* size_error,
+                  List& list) {
     const unsigned count = read_little_endian_16(body);
-    remaining -= static_cast<int>(count_size);
-    if (count > IEEE802_11_RSNElement::MAX_LIST_SIZE ||
-        remaining < static_cast<int>(entry_size * count)) {
+    if (count > IEEE802_11_RSNElement::MAX_LIST_SIZE || body.remaining() < entry_size * count) {
         throw SerializationException(size_error);
     }
     layout::read_list(body, count, list);
-    remaining -= static_cast<int>(entry_size * count);
 }
 
 template <class List>
@@ -149,44 +146,39 @@ void IEEE802_11_RSNElement::read_body(impl::ByteCursor& body, SerializationConte
     pairwise_cipher_list_.clear();
     akm_suite_list_.clear();
     pmkid_list_.clear();
-    auto remaining = static_cast<int>(body.remaining());
 
     // Version
     if (read_little_endian_16(body) != rsn_version) {
         throw SerializationException("Invalid version");
     }
-    remaining -= static_cast<int>(version_size);
     // Each part is looked for on its own: a rest too short for one part may be the next part.
     // Group data cipher suite
-    if (remaining > 3) {
+    if (body.remaining() > 3) {
         body.read(group_data_);
         has_group_data_ = true;
-        remaining -= static_cast<int>(suite_size);
     }
     // Pairwise cipher suites
-    if (remaining > 1) {
-        read_counted(body, remaining, suite_size, "Invalid size", pairwise_cipher_list_);
+    if (body.remaining() > 1) {
+        read_counted(body, suite_size, "Invalid size", pairwise_cipher_list_);
     }
     // AKM suites
-    if (remaining > 1) {
-        read_counted(body, remaining, suite_size, "Invalid size", akm_suite_list_);
+    if (body.remaining() > 1) {
+        read_counted(body, suite_size, "Invalid size", akm_suite_list_);
     }
     // RSN capabilities
-    if (remaining > 1) {
+    if (body.remaining() > 1) {
         body.read(rsn_capabilities_);
-        remaining -= static_cast<int>(capabilities_size);
     }
     // PMKIDs
-    if (remaining > 1) {
-        read_counted(body, remaining, pmkid_size, "Invalid counter", pmkid_list_);
+    if (body.remaining() > 1) {
+        read_counted(body, pmkid_size, "Invalid counter", pmkid_list_);
     }
     // Group management cipher suite
-    if (remaining > 3) {
+    if (body.remaining() > 3) {
         body.read(group_management_cipher_);
         has_group_management_cipher_ = true;
-        remaining -= static_cast<int>(suite_size);
     }
-    if (remaining != 0) {
+    if (body.remaining() != 0) {
         throw SerializationException("Sanity Check: Unconsumed length");
     }
 }

@@ -28,12 +28,6 @@ std::uint32_t IEEE802_11_SupportedOperatingClasses::get_length() const {
     return HEADER_LENGTH + static_cast<std::uint32_t>(body);
 }
 
-void IEEE802_11_SupportedOperatingClasses::check_fields() const {
-    if (get_length() - HEADER_LENGTH > 255) {
-        throw SerializationException("Invalid length");
-    }
-}
-
 void IEEE802_11_SupportedOperatingClasses::write_body(std::ostream& os,
                                                       SerializationContext& ctx) const {
     using Octet = BinarySerializableType<std::uint8_t>;

@@ -15,13 +15,6 @@ void IEEE802_11_RawElement<ID, ExtID>::visit_fields(IEEE802_11_FieldVisitor& vis
 }
 
 template <IEEE802_11_Element_ID ID, IEEE802_11_Element_ID_Extension ExtID>
-void IEEE802_11_RawElement<ID, ExtID>::check_fields() const {
-    if (get_length() - 2 > 255) {
-        throw serialization::SerializationException("Invalid length");
-    }
-}
-
-template <IEEE802_11_Element_ID ID, IEEE802_11_Element_ID_Extension ExtID>
 void IEEE802_11_RawElement<ID, ExtID>::write_body(std::ostream& os,
                                                   serialization::SerializationContext& ctx) const {
     serialization::BinarySerializableType<IEEE802_11_Body>::serialize(os, ctx, body_);

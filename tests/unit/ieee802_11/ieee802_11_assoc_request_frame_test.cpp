@@ -10,6 +10,7 @@
 #include "nuv/ieee802_11/ieee802_11_dummy_element.hpp"
 #include "nuv/ieee802_11/ieee802_11_eht_capabilities.hpp"
 #include "nuv/ieee802_11/ieee802_11_ht_capabilities.hpp"
+#include "nuv/ieee802_11/ieee802_11_multi_link.hpp"
 #include "nuv/ieee802_11/ieee802_11_rsn_element.hpp"
 #include "nuv_platform/fake.hpp"
 #include "support/elements.hpp"
@@ -197,6 +198,14 @@ TEST(AssocRequestFrame, RereadingReplacesEverything) {
     EXPECT_TRUE(used == first);
 }
 
+TEST(AssocRequestFrame, MovedFromHoldsNothing) {
+    auto from = read(fixed + rsn + vendor + ttlm);
+    const auto to = std::move(from);
+    EXPECT_EQ(to.get_vendor_specific_vector().size(), 1U);
+    // NOLINTNEXTLINE(bugprone-use-after-move): what is left is asked for
+    EXPECT_EQ(from.get_optional_elements().get_length(), 0U);
+}
+
 TEST(ElementContainer, EveryIdentifierHasItsSlotAndClass) {
     const std::vector<unsigned> slots{
         1,  50,  33,  36,  48,  46,  70,  54,       59,  45,       72,       127,       89,
@@ -234,6 +243,8 @@ TEST(ElementContainer, TypedLookUpSeesThroughAForeignClass) {
     EXPECT_EQ(frame.get_optional_element<IEEE802_11_RSNElement>(), nullptr);
     frame.add_element(std::make_unique<IEEE802_11_RSNElement>());
     EXPECT_NE(frame.get_optional_element<IEEE802_11_RSNElement>(), nullptr);
+    EXPECT_EQ(frame.get_optional_element<IEEE802_11_MultiLink>(), nullptr);
+    static_assert(std::is_const_v<std::remove_reference_t<decltype(*frame.get_ttlm_vector()[0])>>);
 }
 
 }  // namespace

@@ -139,6 +139,22 @@ TEST(Element, TypedNeverEqualsRawWhateverTheOctets) {
     EXPECT_FALSE(typed == IEEE802_11_PowerCapability());
 }
 
+TEST(Element, OfAForeignClassIsNotEqualWhateverItsIdentifier) {
+    class Foreign : public IEEE802_11_RawElement<ID::POWER_CAPABILITY> {};
+    const Foreign foreign;
+    const IEEE802_11_PowerCapability own;
+    EXPECT_FALSE(own == foreign);
+    EXPECT_FALSE(foreign == own);
+}
+
+TEST(Element, LongerThanItsLengthCanSayIsRefused) {
+    IEEE802_11_HECapabilities element;
+    element.set_ppe_threshold_field_dummy(Bytes(233));
+    EXPECT_EQ(test::from_hex(as_written(element)).size(), 257U);
+    element.set_ppe_threshold_field_dummy(Bytes(234));
+    EXPECT_EQ(as_written(element), "Invalid length");
+}
+
 TEST(Element, RunningPastTheEndLeavesTheFailBit) {
     // Length 9, three octets there: all fields are, the rest is not.
     const test::Octets octets = test::from_hex("36 09 12 34 02");
