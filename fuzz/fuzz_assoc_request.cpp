@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // The input is the body of an association request.
+#include "fuzz/codec_checks.hpp"
 #include "fuzz/invariant.hpp"
-#include "support/codec_checks.hpp"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using nuv::test::Frame;

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 // The first three octets say which element reads the rest: ID, extension, and which maps an EHT
 // Capabilities element has. The element's own octets may say something else.
+#include "fuzz/codec_checks.hpp"
 #include "fuzz/invariant.hpp"
-#include "support/codec_checks.hpp"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using nuv::test::ElementID;

@@ -160,6 +160,24 @@ struct WireForm<std::array<std::uint8_t, N>> {
     }
 };
 
+/// Values made of nothing but octets, T::Octets: as that array.
+template <class T>
+requires requires(const T& value) { T(typename T::Octets(value.octets())); }
+struct WireForm<T> {
+    using Array = WireForm<typename T::Octets>;
+    static constexpr std::size_t size = Array::size;
+    static constexpr CodecTexts texts = Array::texts;
+
+    static void encode(const T& value, std::uint8_t* octets) {
+        Array::encode(value.octets(), octets);
+    }
+    static void decode(const std::uint8_t* octets, std::size_t count, T& value) {
+        typename T::Octets array = value.octets();
+        Array::decode(octets, count, array);
+        value = T(array);
+    }
+};
+
 /// Bit sets: octet k carries bits 8k to 8k+7, bit 8k in its least significant bit. A short read
 /// leaves the octets read before it applied and the rest of the set as it was.
 template <std::size_t N>

@@ -27,8 +27,15 @@ public:
     explicit FixedByteBuffer(std::string_view text) { assign(text); }
     explicit FixedByteBuffer(std::span<const std::uint8_t> bytes) { assign(bytes); }
 
-    void assign(std::string_view text) { assign_range(text); }
-    void assign(std::span<const std::uint8_t> bytes) { assign_range(bytes); }
+    /// The argument may be a part of the buffer.
+    void assign(std::string_view text) {
+        assign(std::span(reinterpret_cast<const std::uint8_t*>(text.data()), text.size()));
+    }
+    void assign(std::span<const std::uint8_t> bytes) {
+        check_length(bytes.size());
+        std::copy(bytes.begin(), bytes.end(), bytes_.begin());
+        resize(static_cast<std::uint32_t>(bytes.size()));
+    }
     void clear() noexcept { *this = {}; }
     /// Appends zero bytes or cuts the end off.
     void resize(std::uint32_t size) {
@@ -69,14 +76,6 @@ private:
         if (size > N) {
             throw std::invalid_argument("Argument too long");
         }
-    }
-
-    /// `range` may be a part of this buffer.
-    template <typename Range>
-    void assign_range(const Range& range) {
-        check_length(range.size());
-        std::copy(range.begin(), range.end(), bytes_.begin());
-        resize(static_cast<std::uint32_t>(range.size()));
     }
 
     std::uint32_t size_ = 0;

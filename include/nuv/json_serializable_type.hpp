@@ -44,9 +44,7 @@ concept JSONTextEnum = std::is_enum_v<T> && requires(T value, const std::string&
     { string_to_enum(text, value) } -> std::same_as<bool>;
 };
 
-}  // namespace nuv::serialization
-
-namespace nuv::impl {
+namespace impl {
 
 /// Throws "Serialization of `type` failed".
 [[noreturn]] NUV_EXPORT void throw_json_write_failed(std::string_view type);
@@ -57,15 +55,12 @@ namespace nuv::impl {
 [[noreturn]] NUV_EXPORT void throw_json_enum_unknown(const std::string& key,
                                                      const std::string& text);
 /// Throws what `inner`, from reading an object in an array, means for the array.
-[[noreturn]] NUV_EXPORT void throw_json_element_failed(
-    const serialization::SerializationException& inner);
+[[noreturn]] NUV_EXPORT void throw_json_element_failed(const SerializationException& inner);
 
-NUV_EXPORT void write_json_object(serialization::YAJLStream& stream,
-                                  serialization::SerializationContext& ctx,
-                                  const serialization::JSONSerializable& value);
-NUV_EXPORT void read_json_object(serialization::YAJLNode& node,
-                                 serialization::SerializationContext& ctx, const std::string& key,
-                                 serialization::JSONSerializable& value);
+NUV_EXPORT void write_json_object(YAJLStream& stream, SerializationContext& ctx,
+                                  const JSONSerializable& value);
+NUV_EXPORT void read_json_object(YAJLNode& node, SerializationContext& ctx, const std::string& key,
+                                 JSONSerializable& value);
 
 /// A value that is one call of the stream and one of the node: the name it has in messages, and how
 /// it is written and read.
@@ -75,10 +70,8 @@ struct JSONPrimitive;
 template <>
 struct JSONPrimitive<std::nullptr_t> {
     static constexpr std::string_view NAME = "null";
-    static bool write(serialization::YAJLStream& stream, std::nullptr_t) {
-        return stream.write_null();
-    }
-    static bool read(const serialization::YAJLNode& node, const std::string& key, std::nullptr_t&) {
+    static bool write(YAJLStream& stream, std::nullptr_t) { return stream.write_null(); }
+    static bool read(const YAJLNode& node, const std::string& key, std::nullptr_t&) {
         return node.get_null(key);
     }
 };
@@ -86,24 +79,20 @@ struct JSONPrimitive<std::nullptr_t> {
 template <>
 struct JSONPrimitive<bool> {
     static constexpr std::string_view NAME = "bool";
-    static bool write(serialization::YAJLStream& stream, bool value) {
-        return stream.write_bool(value);
-    }
-    static bool read(const serialization::YAJLNode& node, const std::string& key, bool& value) {
+    static bool write(YAJLStream& stream, bool value) { return stream.write_bool(value); }
+    static bool read(const YAJLNode& node, const std::string& key, bool& value) {
         return node.get_bool(key, value);
     }
 };
 
-template <serialization::JSONInteger T>
+template <JSONInteger T>
 struct JSONPrimitive<T> {
     static constexpr std::string_view NAME = std::array<std::string_view, 8>{
         "std::uint8_t", "std::uint16_t", "std::uint32_t", "std::uint64_t",
         "std::int8_t",  "std::int16_t",  "std::int32_t",  "std::int64_t",
     }[static_cast<std::size_t>(std::countr_zero(sizeof(T))) + (std::is_signed_v<T> ? 4 : 0)];
-    static bool write(serialization::YAJLStream& stream, T value) {
-        return stream.write_integer(value);
-    }
-    static bool read(const serialization::YAJLNode& node, const std::string& key, T& value) {
+    static bool write(YAJLStream& stream, T value) { return stream.write_integer(value); }
+    static bool read(const YAJLNode& node, const std::string& key, T& value) {
         return node.get_integer(key, value);
     }
 };
@@ -111,25 +100,22 @@ struct JSONPrimitive<T> {
 template <>
 struct JSONPrimitive<std::string> {
     static constexpr std::string_view NAME = "std::string";
-    static bool write(serialization::YAJLStream& stream, std::string_view value) {
+    static bool write(YAJLStream& stream, std::string_view value) {
         return stream.write_string(value);
     }
-    static bool read(const serialization::YAJLNode& node, const std::string& key,
-                     std::string& value) {
+    static bool read(const YAJLNode& node, const std::string& key, std::string& value) {
         return node.get_string(key, value);
     }
 };
 
 template <typename T>
-void write_json_primitive(serialization::YAJLStream& stream, const auto& value) {
+void write_json_primitive(YAJLStream& stream, const auto& value) {
     if (!JSONPrimitive<T>::write(stream, value)) {
         throw_json_write_failed(JSONPrimitive<T>::NAME);
     }
 }
 
-}  // namespace nuv::impl
-
-namespace nuv::serialization {
+}  // namespace impl
 
 /// null, bool, integers of 8 to 64 bits, text. An integer is cut to the low bits that fit into T:
 /// 300 read as std::uint8_t is 44, and no error.

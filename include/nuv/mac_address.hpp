@@ -17,8 +17,8 @@
 namespace nuv {
 
 /// A 48-bit MAC address (IEEE 802-2014, 8.2): six octets in transmission order, all zero by
-/// default. Text form: 00:1A:2B:3C:4D:5E. Ordered as unsigned octets, the first one most
-/// significant.
+/// default. Text form: 00:1A:2B:3C:4D:5E; binary form: the octets. Ordered as unsigned octets, the
+/// first one most significant.
 class NUV_EXPORT MACAddress {
 public:
     static constexpr std::uint32_t MAC_ADDR_LEN = 6;
@@ -48,7 +48,10 @@ public:
     MACAddress& set_locally_administered() noexcept { return change_bits(LOCAL, LOCAL); }
     bool is_group() const noexcept { return (octets_[0] & GROUP) != 0; }
 
-    auto operator<=>(const MACAddress&) const = default;
+    bool operator==(const MACAddress&) const = default;
+    std::strong_ordering operator<=>(const MACAddress& other) const noexcept {
+        return octets_ <=> other.octets_;
+    }
 
 private:
     static constexpr std::uint8_t GROUP = 0x01;

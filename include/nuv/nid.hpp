@@ -11,7 +11,8 @@
 
 namespace nuv::plc {
 
-/// The identifier of a powerline network: seven octets, all zero by default.
+/// The identifier of a powerline network: seven octets, all zero by default. Binary form: the
+/// octets.
 class NID {
 public:
     static constexpr std::uint32_t NID_LEN = 7;

@@ -7,10 +7,10 @@
 #include "nuv/export.hpp"
 
 namespace nuv::serialization {
-class YAJLStream;
-}
 
-namespace nuv::impl {
+class YAJLStream;
+
+namespace impl {
 
 enum class JSONContainer : std::uint8_t { OBJECT, ARRAY };
 
@@ -20,17 +20,19 @@ enum class JSONContainer : std::uint8_t { OBJECT, ARRAY };
 template <JSONContainer container>
 class NUV_EXPORT ScopedJSON {
 public:
-    ScopedJSON(serialization::YAJLStream& stream, std::string prefix);
+    ScopedJSON(YAJLStream& stream, std::string prefix);
     ~ScopedJSON() noexcept(false);
     ScopedJSON(const ScopedJSON&) = delete;
     ScopedJSON& operator=(const ScopedJSON&) = delete;
 
 private:
-    serialization::YAJLStream& stream_;
+    YAJLStream& stream_;
     std::string prefix_;
 };
 
 extern template class ScopedJSON<JSONContainer::OBJECT>;
 extern template class ScopedJSON<JSONContainer::ARRAY>;
 
-}  // namespace nuv::impl
+}  // namespace impl
+
+}  // namespace nuv::serialization

@@ -27,8 +27,9 @@ public:
 
     SmallVector() = default;
     SmallVector(std::initializer_list<T> values) { assign(values.begin(), values.end()); }
-    SmallVector(std::span<const T> values) { assign(values.begin(), values.end()); }
-    SmallVector(const std::vector<T>& values) : SmallVector(std::span<const T>(values)) {}
+    explicit(false) SmallVector(std::span<const T> values) { assign(values.begin(), values.end()); }
+    explicit(false) SmallVector(const std::vector<T>& values)
+        : SmallVector(std::span<const T>(values)) {}
 
     template <std::forward_iterator It>
     void assign(It first, It last) {

@@ -23,7 +23,10 @@ public:
 
     constexpr T count() const noexcept { return count_; }
 
-    constexpr auto operator<=>(const TypeWithRatio&) const = default;
+    constexpr bool operator==(const TypeWithRatio&) const = default;
+    constexpr auto operator<=>(const TypeWithRatio& other) const noexcept {
+        return count_ <=> other.count_;
+    }
     friend constexpr TypeWithRatio operator+(TypeWithRatio a, TypeWithRatio b) noexcept {
         return TypeWithRatio(static_cast<T>(a.count_ + b.count_));
     }

@@ -10,16 +10,16 @@
 #include "nuv/scoped_json_array.hpp"
 #include "nuv/scoped_json_object.hpp"
 
-namespace nuv::impl {
+namespace nuv::serialization {
+
+namespace impl {
 
 /// Writes `name` as the key of a container ("object" or "array") and returns the prefix of the
 /// messages about that container. Throws SerializationException.
-NUV_EXPORT std::string write_wrapper_name(serialization::YAJLStream& stream,
-                                          const std::string& container, const std::string& name);
+NUV_EXPORT std::string write_wrapper_name(YAJLStream& stream, const std::string& container,
+                                          const std::string& name);
 
-}  // namespace nuv::impl
-
-namespace nuv::serialization {
+}  // namespace impl
 
 /// Calls `function` between the braces of an object, or the brackets of an array; in the second
 /// form that is the value of the member `name`. Throws SerializationException where a writer

@@ -8,6 +8,7 @@
 #include <cstring>
 #include <new>
 #include <system_error>
+#include <type_traits>
 
 namespace nuv::platform::clog {
 
@@ -73,26 +74,35 @@ std::unique_ptr<Sink> make_sink(const Request& request) {
     }
 }
 
+void append_digits(std::string& line, std::int64_t number, std::size_t width, char after) {
+    line.append(width, '0');
+    for (auto digit = line.rbegin(); number != 0 && width != 0; ++digit, --width, number /= 10) {
+        *digit = static_cast<char>('0' + number % 10);
+    }
+    line += after;
+}
+
 void append_time(std::string& line, std::int64_t time_us, clogger_snprintf_time function) {
-    std::array<char, 64> text{};
     if (function != nullptr) {
+        std::array<char, 64> text{};
         if (function(text.data(), text.size()) > 0) {
             line.append(text.data(), ::strnlen(text.data(), text.size()));
         }
         return;
     }
-    using namespace std::chrono;
-    const sys_time<microseconds> time{microseconds(time_us)};
-    const auto day = floor<days>(time);
-    const year_month_day date(day);
-    const hh_mm_ss clock(floor<milliseconds>(time - day));
-    std::snprintf(text.data(), text.size(), "%04d-%02u-%02uT%02d:%02d:%02d.%03dZ",
-                  static_cast<int>(date.year()), static_cast<unsigned>(date.month()),
-                  static_cast<unsigned>(date.day()), static_cast<int>(clock.hours().count()),
-                  static_cast<int>(clock.minutes().count()),
-                  static_cast<int>(clock.seconds().count()),
-                  static_cast<int>(clock.subseconds().count()));
-    line += text.data();
+    namespace chrono = std::chrono;
+    const chrono::sys_time<chrono::milliseconds> time(
+        chrono::floor<chrono::milliseconds>(chrono::microseconds(time_us)));
+    const auto day = chrono::floor<chrono::days>(time);
+    const chrono::year_month_day date(day);
+    const chrono::hh_mm_ss clock(time - day);
+    append_digits(line, static_cast<int>(date.year()), 4, '-');
+    append_digits(line, static_cast<unsigned>(date.month()), 2, '-');
+    append_digits(line, static_cast<unsigned>(date.day()), 2, 'T');
+    append_digits(line, clock.hours().count(), 2, ':');
+    append_digits(line, clock.minutes().count(), 2, ':');
+    append_digits(line, clock.seconds().count(), 2, '.');
+    append_digits(line, clock.subseconds().count(), 3, 'Z');
 }
 
 void append_source(std::string& line, const clogger_msg_info& info) {
@@ -263,20 +273,21 @@ std::vector<std::string> Outputs::describe() const {
     return lines;
 }
 
+Registry::Registry() { set_up_default_logger(); }
+
 Registry& Registry::get() {
-    static Registry* const registry = [] {
-        auto* const made = std::make_unique<Registry>().release();
-        made->set_up_default_logger();
-        return made;
-    }();
-    return *registry;
+    // Static objects of others log from their destructors.
+    static_assert(std::is_trivially_destructible_v<Registry>);
+    static Registry registry;
+    return registry;
 }
 
 void Registry::set_up_default_logger() {
-    default_logger = loggers.find_or_make("default");
-    if (default_logger != nullptr) {
-        default_logger.load()->outputs.add({.kind = Kind::STANDARD_ERROR, .mask = 0x1F});
+    clogger* const logger = loggers.find_or_make("default");
+    if (logger != nullptr) {
+        logger->outputs.add({.kind = Kind::STANDARD_ERROR, .mask = 0x1F});
     }
+    default_logger = logger;
 }
 
 bool passes(const clogger& logger, const clogmod* module, int level) noexcept {
@@ -294,6 +305,7 @@ const char* format_text(std::string& buffer, const char* fmt, std::va_list args)
     }
     std::va_list again;
     va_copy(again, args);
+    // NOLINTNEXTLINE(clang-analyzer-valist.Uninitialized): the callers start `args`
     const int size = std::vsnprintf(nullptr, 0, fmt, again);
     va_end(again);
     if (size > 0) {

@@ -180,8 +180,9 @@ struct Registry {
     NameTable<clogmod> modules;
     std::atomic<clogger*> default_logger{nullptr};
 
-    /// The one of the process, never destroyed: static objects log from their destructors. It has
-    /// the logger "default" with its output.
+    Registry();
+
+    /// The one of the process. It has the logger "default" with its output.
     static Registry& get();
 
     void set_up_default_logger();

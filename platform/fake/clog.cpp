@@ -38,6 +38,12 @@ FakeLog::FakeLog() : state_(std::make_unique<State>()) {
 
 FakeLog::~FakeLog() = default;
 
+std::ostream& operator<<(std::ostream& os, const FakeLog::Record& record) {
+    return os << '{' << record.level << ", \"" << record.logger << "\", \"" << record.module
+              << "\", \"" << record.file << "\", \"" << record.function << "\", " << record.line
+              << ", " << record.debug_arg << ", \"" << record.text << "\"}";
+}
+
 std::vector<FakeLog::Record> FakeLog::records() const {
     const std::lock_guard lock(state_->mutex);
     return state_->records;

@@ -126,8 +126,9 @@ void write(clogger& logger, const clogmod* module, clogger_msg_info& info, const
     if (!passes(logger, module, info.level)) {
         return;
     }
-    using namespace std::chrono;
-    info.time_us = duration_cast<microseconds>(system_clock::now().time_since_epoch()).count();
+    info.time_us = std::chrono::floor<std::chrono::microseconds>(std::chrono::system_clock::now())
+                       .time_since_epoch()
+                       .count();
     try {
         std::string buffer;
         info.text = format_text(buffer, fmt, args);

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <cstddef>
+#include <cstdint>
 #include <string>
 
 #include "nuv_platform/clog_ring.h"
@@ -20,11 +20,12 @@ public:
     void write(const clogger_msg_info& info, std::string_view line) override;
 
 private:
-    void map(std::uint32_t size);
+    void map();
     char* text() const { return reinterpret_cast<char*>(ring_ + 1); }
 
-    std::string object_;
-    int fd_;  // holds the lock
+    const std::string object_;
+    const std::uint32_t size_;  // not read from the memory that others can write to
+    const int fd_;              // holds the lock
     clogger_ring* ring_ = nullptr;
 };
 

@@ -16,7 +16,7 @@ std::ostream& operator<<(std::ostream& os, const EtherHeader& header) {
     const auto write = [&os](std::string_view text) {
         os.write(text.data(), static_cast<std::streamsize>(text.size()));
     };
-    std::array<char, 4> ethertype;
+    std::array<char, 4> ethertype{};
     const char* end =
         std::to_chars(ethertype.begin(), ethertype.end(), header.get_ethertype(), 16).ptr;
 

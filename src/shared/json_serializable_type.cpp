@@ -4,14 +4,7 @@
 #include "nuv/scoped_json_object.hpp"
 #include "quote.hpp"
 
-namespace nuv::impl {
-
-using serialization::JSONSerializable;
-using serialization::ScopedJSONObject;
-using serialization::SerializationContext;
-using serialization::SerializationException;
-using serialization::YAJLNode;
-using serialization::YAJLStream;
+namespace nuv::serialization::impl {
 
 void throw_json_write_failed(std::string_view type) {
     throw SerializationException("Serialization of " + std::string(type) + " failed");
@@ -51,4 +44,4 @@ void read_json_object(YAJLNode& node, SerializationContext& ctx, const std::stri
     value.deserialize_impl(object, ctx);
 }
 
-}  // namespace nuv::impl
+}  // namespace nuv::serialization::impl

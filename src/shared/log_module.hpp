@@ -1,18 +1,20 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <algorithm>
+#include <array>
 #include <atomic>
+#include <charconv>
+#include <concepts>
+#include <optional>
+#include <ostream>
+#include <sstream>
+#include <string>
 #include <string_view>
 
-#include "nuv/logging/clog_stream_buf.hpp"
 #include "nuv_platform/clog.h"
 
 namespace nuv::logging {
-
-/// The stream of one record of a module, by level number; a level outside 0 to 4 gives a stream
-/// without adapter.
-ClogStreamBuf make_module_stream(std::string_view module, int level, std::string_view file,
-                                 std::string_view function, int line);
 
 /// How the library's own code logs: one object per module name, at namespace scope of the .cpp,
 ///
@@ -26,7 +28,7 @@ public:
 
     /// Whether the module's level lets a record pass; false while the platform has no such module.
     bool enabled(Level level) noexcept {
-        clogmod* module = module_.load(std::memory_order_acquire);
+        clogmod* module = get();
         if (module == nullptr) {
             module = clogmod_get_or_alloc(name_);
             module_.store(module, std::memory_order_release);
@@ -34,26 +36,85 @@ public:
         return level <= clogmod_get_loglevel(module);
     }
 
-    ClogStreamBuf stream(Level level, std::string_view file, const char* function, int line) const {
-        return make_module_stream(name_, level, file, function, line);
-    }
+    /// Null until enabled() was asked.
+    clogmod* get() const noexcept { return module_.load(std::memory_order_acquire); }
 
 private:
     const char* name_;
     std::atomic<clogmod*> module_{nullptr};  // handles stay valid for good
 };
 
+/// The text of one record, logged when this object dies at the end of its statement. Takes what a
+/// stream takes. A stream costs more to build than the record to log, so there is one only from the
+/// first operand on that is neither text nor integer.
+class LogLine {
+public:
+    LogLine(const LogModule& module, LogModule::Level level, const char* file, const char* function,
+            int line)
+        : module_(module), level_(level), file_(file), function_(function), line_(line) {
+        text_.reserve(120);
+    }
+    ~LogLine();
+    LogLine(const LogLine&) = delete;
+    LogLine& operator=(const LogLine&) = delete;
+
+    template <typename T>
+    LogLine& operator<<(const T& value) {
+        if (!stream_) {
+            if constexpr (std::convertible_to<const T&, std::string_view>) {
+                text_ += std::string_view(value);
+                return *this;
+            } else if constexpr (std::same_as<T, char>) {
+                text_ += value;
+                return *this;
+            } else if constexpr (std::same_as<T, bool> || (std::integral<T> && sizeof(T) > 1)) {
+                append(value);
+                return *this;
+            }
+            stream_.emplace();
+        }
+        *stream_ << value;
+        return *this;
+    }
+
+    LogLine& operator<<(std::ios_base& (*manipulator)(std::ios_base&));
+
+private:
+    void append(std::integral auto number) {
+        std::array<char, 24> digits{};
+        const auto end = std::to_chars(digits.begin(), digits.end(), +number).ptr;
+        text_.append(digits.data(), end);
+    }
+
+    const LogModule& module_;
+    LogModule::Level level_;
+    const char* file_;
+    const char* function_;
+    int line_;
+    std::string text_;
+    std::optional<std::ostringstream> stream_;
+};
+
 /// What a record names as its file: the source path without its extension.
-consteval std::string_view without_extension(std::string_view path) {
-    return path.substr(0, path.rfind('.'));
+template <std::size_t N>
+struct SourcePath {
+    char text[N]{};
+
+    consteval SourcePath(const char (&path)[N]) {  // NOLINT(google-explicit-constructor)
+        std::copy_n(path, std::string_view(path).rfind('.'), text);
+    }
+};
+template <SourcePath Path>
+constexpr const char* source_path() {
+    return Path.text;
 }
 
-/// The stream of one record, or nothing at all, the operands of `<<` included, when the module's
+/// The line of one record, or nothing at all, the operands of `<<` included, when the module's
 /// level masks it. `level` is an enumerator of LogModule::Level.
-#define NUV_LOG(module, level)                                 \
-    if (!(module).enabled(::nuv::logging::LogModule::level)) { \
-    } else                                                     \
-        (module).stream(::nuv::logging::LogModule::level,      \
-                        ::nuv::logging::without_extension(__FILE__), __func__, __LINE__)
+#define NUV_LOG(module, level)                                              \
+    if (!(module).enabled(::nuv::logging::LogModule::level)) {              \
+    } else                                                                  \
+        ::nuv::logging::LogLine((module), ::nuv::logging::LogModule::level, \
+                                ::nuv::logging::source_path<__FILE__>(), __func__, __LINE__)
 
 }  // namespace nuv::logging

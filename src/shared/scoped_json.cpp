@@ -7,10 +7,7 @@
 #include "nuv/serialization_exception.hpp"
 #include "nuv/yajl_stream.hpp"
 
-namespace nuv::impl {
-
-using serialization::SerializationException;
-using serialization::YAJLStream;
+namespace nuv::serialization::impl {
 
 namespace {
 
@@ -45,4 +42,4 @@ ScopedJSON<container>::~ScopedJSON() noexcept(false) {
 template class ScopedJSON<JSONContainer::OBJECT>;
 template class ScopedJSON<JSONContainer::ARRAY>;
 
-}  // namespace nuv::impl
+}  // namespace nuv::serialization::impl

@@ -5,16 +5,15 @@
 #include "nuv/yajl_stream.hpp"
 #include "quote.hpp"
 
-namespace nuv::impl {
+namespace nuv::serialization::impl {
 
-std::string write_wrapper_name(serialization::YAJLStream& stream, const std::string& container,
+std::string write_wrapper_name(YAJLStream& stream, const std::string& container,
                                const std::string& name) {
     std::string prefix = "Wrapping function call in " + container + " " + quote(name) + " failed: ";
     if (!stream.write_string(name)) {
-        throw serialization::SerializationException(prefix + "Failed to write wrapper " +
-                                                    container + " name");
+        throw SerializationException(prefix + "Failed to write wrapper " + container + " name");
     }
     return prefix;
 }
 
-}  // namespace nuv::impl
+}  // namespace nuv::serialization::impl

@@ -7,7 +7,7 @@
 #include <list>
 #include <streambuf>
 
-#include "support/hex.hpp"
+#include "support/codecs.hpp"
 
 namespace nuv::serialization {
 namespace {

@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include "support/hex.hpp"
+#include "support/codecs.hpp"
 
 namespace nuv::serialization {
 namespace {

@@ -5,8 +5,10 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <string>
 
 #include "nuv/binary_serializable_type.hpp"
+#include "nuv/export.hpp"
 
 namespace nuv::ieee802_11 {
 
@@ -32,6 +34,9 @@ struct IEEE802_11_CipherSuite {
         : oui(suite_oui), type(suite_type) {}
 
     bool operator==(const IEEE802_11_CipherSuite&) const = default;
+
+    /// The OUI as the standard writes it and the type in decimal: "00-0F-AC:4".
+    NUV_EXPORT std::string to_string() const;
 
     std::array<std::uint8_t, 3> oui = IEEE802_11_OUI;
     std::uint8_t type = USE_GROUP;

@@ -35,7 +35,7 @@ public:
         explicit EHT_MCS_NSS_MAP(const std::bitset<24>& bits)
             : nibbles_(static_cast<std::uint32_t>(bits.to_ullong())) {}
 
-        operator std::bitset<24>() const { return std::bitset<24>(nibbles_); }
+        explicit(false) operator std::bitset<24>() const { return std::bitset<24>(nibbles_); }
         /// `octet` is 0 to 2.
         std::uint8_t get_rx_max_nss(unsigned octet) const { return nibble(2 * octet); }
         std::uint8_t get_tx_max_nss(unsigned octet) const { return nibble(2 * octet + 1); }

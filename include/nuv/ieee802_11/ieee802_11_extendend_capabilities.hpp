@@ -2,6 +2,7 @@
 #pragma once
 
 #include <bitset>
+#include <cstddef>
 
 #include "nuv/ieee802_11/ieee802_11_element.hpp"
 #include "nuv/small_vector.hpp"
@@ -18,7 +19,7 @@ namespace nuv::ieee802_11 {
 class NUV_EXPORT IEEE802_11_ExtendendCapabilities
     : public IEEE802_11_Element<IEEE802_11_Element_ID::EXTENDED_CAPABILITIES> {
 public:
-    static constexpr std::uint32_t NUMBER_OF_KNOWN_BYTES = 10;
+    static constexpr std::size_t NUMBER_OF_KNOWN_BYTES = 10;
     using Capabilities = std::bitset<8 * NUMBER_OF_KNOWN_BYTES>;
     using ExtraBytes = SmallVector<std::uint8_t, 8>;
 

@@ -4,7 +4,6 @@
 #include <memory>
 #include <ostream>
 #include <sstream>
-#include <string>
 
 #include "nuv/export.hpp"
 #include "nuv/logging/clog_adapter_base.hpp"
@@ -39,7 +38,6 @@ protected:
 
 private:
     void log_pending() noexcept;
-    void log_chunks(std::string& text, std::size_t size);
 
     std::unique_ptr<ClogAdapterBase> adapter_;
 };

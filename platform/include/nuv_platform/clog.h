@@ -12,10 +12,11 @@
  * The logger: named loggers, which own outputs, and named modules, which own a level.
  *
  * A record is written through a module, or straight to a logger. It reaches an output when
- *  1. the level of the module lets it pass (for a record written straight to a logger: the level of
- *     the logger's main module, and `CLOGGER_INFO` as long as it has none),
- *  2. every message filter of the logger lets it pass, and
- *  3. the output's mask has the bit of its level.
+ *  1. the level of the module lets it pass; for a record written straight to the logger that is the
+ *     level of the logger's main module, and `CLOGGER_INFO` as long as it has none,
+ *  2. the output's mask has the bit of its level, and
+ *  3. every message filter of the logger lets it pass. Filters are asked only about records that
+ *     some output takes.
  *
  * The logger "default" exists from the start and is the default logger. It begins with one output:
  * stderr, all levels. Every module begins at `CLOGGER_INFO`. So a process that configures nothing
@@ -27,8 +28,8 @@
  * Every function may be called from any thread and blocks no longer than the outputs do. Callbacks
  * (functions, filters, time functions) run before the log call returns, on the thread that logs,
  * one at a time for each logger; once a removal has returned, the callback removed neither runs nor
- * will run again. A callback must not throw. What it logs itself is dropped, and configuration
- * calls that it makes are refused.
+ * will run again. A callback must not throw. What it logs itself is dropped, and a change of
+ * outputs, filters or the time function that it asks for is refused.
  *
  * No call ends the process for want of a resource: what cannot be written is dropped.
  *
@@ -37,7 +38,7 @@
  * | result     | meaning                                                                    |
  * |------------|----------------------------------------------------------------------------|
  * | 0          | done                                                                       |
- * | `-EINVAL`  | a NULL handle, name, path or callback, an empty name, a size out of range  |
+ * | `-EINVAL`  | a NULL handle; to add: a NULL callback, name or path, or one out of range  |
  * | `-EEXIST`  | an output or filter with this key is there already; it stays as it is      |
  * | `-ENOENT`  | nothing with this key to remove                                            |
  * | `-EDEADLK` | called by a callback of a logger                                           |
@@ -48,6 +49,8 @@
 extern "C" {
 #endif
 
+/* Two underscores mark the functions that write a record. */
+/* NOLINTBEGIN(bugprone-reserved-identifier) */
 #define CLOG_PRINTF(fmt_index, first) __attribute__((format(printf, fmt_index, first)))
 
 typedef struct clogger clogger;
@@ -148,7 +151,7 @@ NUV_PLATFORM_EXPORT void clogger__debug(clogger* logger, const char* file, const
  *  it the new mask and fields. */
 NUV_PLATFORM_EXPORT int clogger_enable_stderr(clogger* logger, uint16_t mask, uint16_t fields);
 NUV_PLATFORM_EXPORT int clogger_enable_stdout(clogger* logger, uint16_t mask, uint16_t fields);
-/** Facility daemon, the logger's name as identification. */
+/** Facility daemon, the program's name as identification; trace records go in as debug. */
 NUV_PLATFORM_EXPORT int clogger_enable_syslog(clogger* logger, uint16_t mask, uint16_t fields);
 NUV_PLATFORM_EXPORT int clogger_disable_stderr(clogger* logger);
 NUV_PLATFORM_EXPORT int clogger_disable_stdout(clogger* logger);
@@ -232,6 +235,8 @@ NUV_PLATFORM_EXPORT void clogmod__debug(clogmod* module, const char* file, const
                                         int line, const char* fmt, ...) CLOG_PRINTF(5, 6);
 NUV_PLATFORM_EXPORT void clogmod__trace(clogmod* module, const char* file, const char* function,
                                         int line, const char* fmt, ...) CLOG_PRINTF(5, 6);
+
+/* NOLINTEND(bugprone-reserved-identifier) */
 
 #ifdef __cplusplus
 }

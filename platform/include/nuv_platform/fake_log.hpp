@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <iosfwd>
 #include <memory>
 #include <string>
 #include <vector>
@@ -25,6 +26,8 @@ public:
         std::string text;
 
         bool operator==(const Record&) const = default;
+        /// For the messages of failed tests.
+        NUV_PLATFORM_EXPORT friend std::ostream& operator<<(std::ostream& os, const Record& record);
     };
 
     FakeLog();

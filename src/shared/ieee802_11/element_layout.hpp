@@ -38,9 +38,9 @@ using serialization::impl::WireForm;
 /// A field's name as a template argument.
 template <std::size_t N>
 struct Name {
-    consteval Name(const char (&literal)[N]) { std::copy_n(literal, N, text); }
+    explicit(false) consteval Name(const char (&literal)[N]) { std::copy_n(literal, N, text); }
     std::string_view view() const { return {text, N - 1}; }
-    char text[N];
+    char text[N]{};
 };
 
 template <class Pointer>

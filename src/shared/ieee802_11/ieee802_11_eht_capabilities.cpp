@@ -22,16 +22,16 @@ struct WireForm<ieee802_11::IEEE802_11_EHTCapabilities::EHT_MCS_NSS_MAP>
 
 namespace nuv::ieee802_11 {
 
-/// | offset | size | field                                  | clause |
-/// |--------|------|----------------------------------------|-------------------------------------------|
-/// | 3      | 2    | mac_info_bits                          | 9.4.2.313.2 EHT MAC Capabilities | |
-/// 5      | 9    | phy_info_bits                          | 9.4.2.313.3 EHT PHY Capabilities | | |
-/// 4    | 20_mhz_only_non_ap_sta_mcs_nss_map     | 9.4.2.313.4; deliberate: most significant | | |
-/// |                                        | octet first                               | | | 3 |
-/// less_or_equal_80_mhz_mcs_nss_map       | 9.4.2.313.4                               | |        |
-/// 3    | 160_mhz_mcs_nss_map                    | 9.4.2.313.4                               | | |
-/// 3    | 320_mhz_mcs_nss_map                    | 9.4.2.313.4, with PHY bit 1               | | |
-/// rest | ppe_threshold_field_dummy              | 9.4.2.313.5 EHT PPE Thresholds            |
+/// | offset | size | field                              | clause                              |
+/// |--------|------|------------------------------------|-------------------------------------|
+/// | 3      | 2    | mac_info_bits                      | 9.4.2.313.2                         |
+/// | 5      | 9    | phy_info_bits                      | 9.4.2.313.3                         |
+/// |        | 4    | 20_mhz_only_non_ap_sta_mcs_nss_map | 9.4.2.313.4; deliberate: one number |
+/// |        |      |                                    | most significant octet first        |
+/// |        | 3    | less_or_equal_80_mhz_mcs_nss_map   | 9.4.2.313.4                         |
+/// |        | 3    | 160_mhz_mcs_nss_map                | 9.4.2.313.4                         |
+/// |        | 3    | 320_mhz_mcs_nss_map                | 9.4.2.313.4, with PHY bit 1         |
+/// |        | rest | ppe_threshold_field_dummy          | 9.4.2.313.5 EHT PPE Thresholds      |
 struct IEEE802_11_EHTCapabilities::Layout {
     using E = IEEE802_11_EHTCapabilities;
     static bool has_20_mhz_only(const E& e) { return e.has_20_mhz_only_map_; }

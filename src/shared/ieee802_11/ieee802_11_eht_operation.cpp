@@ -5,15 +5,15 @@
 
 namespace nuv::ieee802_11 {
 
-/// | offset | size | field                       | clause |
-/// |--------|------|-----------------------------|-----------------------------------------------------|
-/// | 3      | 1    | eht_operation_parameters    | 9.4.2.311 | | 4      | 4    | basic_mcs_nss_set
-/// | deliberate: most significant octet first            | |        | 1    |
-/// control_channel_width_value | with parameters bit 0                               | |        | 1
-/// | ccfs0                       | with parameters bit 0                               | |        |
-/// 1    | ccfs1                       | with parameters bit 0                               | | | 2
-/// | disabled_subchannel_bitmap  | with parameters bit 1; deliberate: most significant | |        |
-/// |                             | octet first, and without bit 0, too                 |
+/// | offset | size | field                       | clause 9.4.2.311                           |
+/// |--------|------|-----------------------------|--------------------------------------------|
+/// | 3      | 1    | eht_operation_parameters    |                                            |
+/// | 4      | 4    | basic_mcs_nss_set           | deliberate: most significant octet first   |
+/// |        | 1    | control_channel_width_value | with parameters bit 0                      |
+/// |        | 1    | ccfs0                       | with parameters bit 0                      |
+/// |        | 1    | ccfs1                       | with parameters bit 0                      |
+/// |        | 2    | disabled_subchannel_bitmap  | with parameters bit 1; deliberate: without |
+/// |        |      |                             | bit 0, too, and most significant first     |
 struct IEEE802_11_EHTOperation::Layout {
     using E = IEEE802_11_EHTOperation;
     static bool has_information(const E& e) {

@@ -20,6 +20,7 @@ using serialization::SerializationContext;
 /// of the stream is what a LimitedIStream of the body's length leaves behind.
 class StreamBody {
 public:
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init): octets_ are read before they are used
     StreamBody(std::istream& is, std::uint8_t length) : cursor_(take(is, length)) {}
 
     ~StreamBody() {

@@ -1,9 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "nuv/ieee802_11/ieee802_11_rsn_element.hpp"
 
-#include <cstdio>
-#include <string>
-
 #include "ieee802_11/element_layout.hpp"
 
 namespace nuv::ieee802_11 {
@@ -53,18 +50,11 @@ void write_counted(std::ostream& os, SerializationContext& ctx, const List& list
     BinarySerializableType<List>::serialize(os, ctx, list);
 }
 
-std::string to_text(const IEEE802_11_CipherSuite& suite) {
-    std::array<char, sizeof "00-0F-AC:255"> text{};
-    std::snprintf(text.data(), text.size(), "%02X-%02X-%02X:%u", unsigned{suite.oui[0]},
-                  unsigned{suite.oui[1]}, unsigned{suite.oui[2]}, unsigned{suite.type});
-    return text.data();
-}
-
 void visit_suites(IEEE802_11_FieldVisitor& visitor, std::string_view name,
                   const IEEE802_11_RSNElement::Suites& suites) {
     visitor.open_list(name);
     for (const auto& suite : suites) {
-        visitor.text({}, to_text(suite));
+        visitor.text({}, suite.to_string());
     }
     visitor.close_list();
 }
@@ -214,14 +204,14 @@ bool IEEE802_11_RSNElement::equal_fields(const IEEE802_11_Element_Base& other) c
 void IEEE802_11_RSNElement::visit_fields(IEEE802_11_FieldVisitor& visitor) const {
     visitor.number("version", rsn_version);
     if (has_group_data_) {
-        visitor.text("group_data", to_text(group_data_));
+        visitor.text("group_data", group_data_.to_string());
     }
     visit_suites(visitor, "pairwise", pairwise_cipher_list_);
     visit_suites(visitor, "akm", akm_suite_list_);
     visitor.number("capabilities", rsn_capabilities_.to_ullong());
     layout::visit_list(visitor, "pmkids", pmkid_list_);
     if (has_group_management_cipher_) {
-        visitor.text("group_management", to_text(group_management_cipher_));
+        visitor.text("group_management", group_management_cipher_.to_string());
     }
 }
 

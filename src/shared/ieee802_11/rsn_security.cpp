@@ -13,7 +13,7 @@ using Suite = IEEE802_11_CipherSuite;
 
 /// One or two suites.
 struct Suites {
-    constexpr Suites(std::uint8_t a) : suites{Suite(a), Suite()}, size(1) {}
+    explicit(false) constexpr Suites(std::uint8_t a) : suites{Suite(a), Suite()}, size(1) {}
     constexpr Suites(std::uint8_t a, std::uint8_t b) : suites{Suite(a), Suite(b)}, size(2) {}
 
     std::span<const Suite> span() const { return {suites.data(), size}; }
@@ -26,7 +26,7 @@ struct Suites {
 };
 
 struct Row {
-    WLANSecurity security;
+    WLANSecurity security{};
     Suite group_data;
     Suites pairwise;
     Suites akm;

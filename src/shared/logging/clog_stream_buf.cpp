@@ -4,6 +4,7 @@
 #include <string>
 #include <utility>
 
+#include "logging/log_pieces.hpp"
 #include "nuv/logging/chunk_io_manipulator.hpp"
 
 namespace nuv::logging {
@@ -18,8 +19,8 @@ ClogStreamBuf::ClogStreamBuf(std::unique_ptr<ClogAdapterBase> adapter)
 ClogStreamBuf::~ClogStreamBuf() { log_pending(); }
 
 ClogStreamBuf::ClogStreamBuf(ClogStreamBuf&& other) noexcept
-    : std::ostream(std::move(other)),
-      std::stringbuf(std::move(other)),
+    : std::ostream(static_cast<std::ostream&&>(other)),
+      std::stringbuf(static_cast<std::stringbuf&&>(other)),
       adapter_(std::move(other.adapter_)) {
     set_rdbuf(this);  // a moved stream has no buffer
 }
@@ -27,8 +28,8 @@ ClogStreamBuf::ClogStreamBuf(ClogStreamBuf&& other) noexcept
 ClogStreamBuf& ClogStreamBuf::operator=(ClogStreamBuf&& other) noexcept {
     if (this != &other) {
         log_pending();
-        std::ostream::operator=(std::move(other));
-        std::stringbuf::operator=(std::move(other));
+        std::ostream::operator=(static_cast<std::ostream&&>(other));
+        std::stringbuf::operator=(static_cast<std::stringbuf&&>(other));
         adapter_ = std::move(other.adapter_);
     }
     return *this;
@@ -52,45 +53,12 @@ void ClogStreamBuf::log_pending() noexcept {
 
 int ClogStreamBuf::sync() {
     std::string text = std::move(static_cast<std::stringbuf&>(*this)).str();  // and empties it
-    if (adapter_ == nullptr) {
-        return 0;
-    }
-    std::erase(text, '\0');
-    if (text.ends_with('\n')) {
-        text.pop_back();
-    }
-    auto size = static_cast<std::uint32_t>(iword(ChunkIOManipulator::xalloc_value()));
-    if (size == 0) {
-        size = adapter_->get_chunking();
-    }
-    if (size <= 1) {
-        adapter_->log(text.c_str());
-    } else {
-        log_chunks(text, size);
+    if (adapter_ != nullptr) {
+        const auto own = static_cast<std::uint32_t>(iword(ChunkIOManipulator::xalloc_value()));
+        log_pieces(text, own != 0 ? own : adapter_->get_chunking(),
+                   [this](const char* piece) { adapter_->log(piece); });
     }
     return 0;
-}
-
-void ClogStreamBuf::log_chunks(std::string& text, std::size_t size) {
-    std::size_t start = 0;
-    while (size < text.size() - start) {
-        const std::size_t limit = start + size;
-        // Each piece but the first starts with the newline that stands for the separator, so a
-        // newline at `start` is no place to cut. A blank there is: it can only be the first piece.
-        std::size_t cut = text.rfind('\n', limit);
-        if (cut == std::string::npos || cut <= start) {
-            cut = text.rfind(' ', limit);
-        }
-        const bool hard = cut == std::string::npos || cut < start;
-        const std::size_t stop = hard ? limit : cut;
-        const char after = std::exchange(text[stop], '\0');
-        adapter_->log(text.c_str() + start);
-        text[stop] = after;
-        // After a hard cut the newline takes the place of a character that was logged.
-        start = hard ? limit - 1 : cut;
-        text[start] = '\n';
-    }
-    adapter_->log(text.c_str() + start);
 }
 
 }  // namespace nuv::logging

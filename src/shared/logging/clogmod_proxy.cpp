@@ -3,8 +3,8 @@
 
 #include <array>
 #include <memory>
+#include <string_view>
 
-#include "log_module.hpp"
 #include "nuv/logging/clog_adapter.hpp"
 
 namespace nuv::logging {
@@ -12,9 +12,9 @@ namespace nuv::logging {
 namespace {
 
 template <auto Log>
-std::unique_ptr<ClogAdapterBase> make_adapter(std::string_view module, std::string_view file,
+std::unique_ptr<ClogAdapterBase> make_adapter(const std::string& module, std::string_view file,
                                               std::string_view function, int line) {
-    return std::make_unique<ClogAdapter<clogmod, Log>>(std::string(module), file, function, line);
+    return std::make_unique<ClogAdapter<clogmod, Log>>(module, file, function, line);
 }
 
 constexpr std::array ADAPTERS_BY_LEVEL = {
@@ -24,15 +24,6 @@ constexpr std::array ADAPTERS_BY_LEVEL = {
 
 }  // namespace
 
-ClogStreamBuf make_module_stream(std::string_view module, int level, std::string_view file,
-                                 std::string_view function, int line) {
-    if (level < 0 || level >= static_cast<int>(ADAPTERS_BY_LEVEL.size())) {
-        return ClogStreamBuf();
-    }
-    return ClogStreamBuf(
-        ADAPTERS_BY_LEVEL[static_cast<std::size_t>(level)](module, file, function, line));
-}
-
 clogmod* ClogmodProxy::get_clogmod() const { return clogmod_get_or_alloc(name_.c_str()); }
 
 void ClogmodProxy::set_loglevel(int level) { clogmod_set_loglevel(get_clogmod(), level); }
@@ -41,8 +32,11 @@ int ClogmodProxy::get_loglevel() const { return clogmod_get_loglevel(get_clogmod
 
 ClogStreamBuf ClogmodProxy::get_ostream(int level, const char* file, const char* function,
                                         int line) const {
-    return make_module_stream(name_, level, file != nullptr ? file : "",
-                              function != nullptr ? function : "", line);
+    if (level < 0 || level >= static_cast<int>(ADAPTERS_BY_LEVEL.size())) {
+        return ClogStreamBuf();
+    }
+    return ClogStreamBuf(ADAPTERS_BY_LEVEL[static_cast<std::size_t>(level)](
+        name_, file != nullptr ? file : "", function != nullptr ? function : "", line));
 }
 
 }  // namespace nuv::logging

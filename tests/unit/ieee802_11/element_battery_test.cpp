@@ -6,9 +6,9 @@
 #include <random>
 #include <set>
 
+#include "fuzz/codec_checks.hpp"
 #include "nuv/ieee802_11/ieee802_11_dummy_element.hpp"
-#include "support/codec_checks.hpp"
-#include "support/vectors.hpp"
+#include "tools/vectors/vectors.hpp"
 
 namespace nuv::test {
 namespace {
@@ -89,6 +89,14 @@ TEST_F(ElementBattery, EveryProperPrefixIsRefusedUnlessOnlySurplusIsMissing) {
     }
 }
 
+TEST_F(ElementBattery, RefusesMalformedElementsWithTheirText) {
+    for (const Sample& sample : vectors("malformed_elements")) {
+        EXPECT_EQ(read_from_memory(maker(sample)(), sample.octets).error, sample.error)
+            << sample.name;
+        EXPECT_EQ(check_ways_of_reading_agree(maker(sample), sample.octets), "") << sample.name;
+    }
+}
+
 TEST_F(ElementBattery, EqualsWhatIsWrittenTheSameAndNothingElse) {
     for (const Sample& a : samples_) {
         const ElementPtr element = read(a);
@@ -165,18 +173,19 @@ TEST(FrameBattery, EveryWayOfReadingAFrameAgreesAndItIsWrittenAsItIsRead) {
     const auto make = [] { return std::make_unique<Frame>(); };
     const auto check = [&](const std::string& name, const Octets& body) {
         EXPECT_EQ(check_ways_of_reading_agree(make, body), "") << name;
-        const auto reading = read_from_memory(make(), body);
+        auto reading = read_from_memory(make(), body);
         if (reading.ok()) {
             EXPECT_EQ(check_round_trip(*reading.object), "") << name;
         }
-        return reading.ok() && !(reading.state & std::ios_base::failbit);
+        return reading;
     };
     for (const Sample& sample : vectors("assoc_request_bodies")) {
-        check(sample.name, sample.octets);
+        EXPECT_EQ(check(sample.name, sample.octets).error, sample.error) << sample.name;
     }
     for (const Sample& sample : stations()) {
         const auto body = sample.octets.begin() + mac_header_length;
-        EXPECT_TRUE(check(sample.name, {body, sample.octets.end()})) << sample.name;
+        const auto whole = check(sample.name, {body, sample.octets.end()});
+        EXPECT_TRUE(whole.ok() && whole.state == std::ios_base::eofbit) << sample.name;
         for (auto end = body; end != sample.octets.end(); ++end) {
             check(sample.name + " up to " + std::to_string(end - body), {body, end});
         }

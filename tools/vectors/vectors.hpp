@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-#include "support/hex.hpp"
+#include "tools/vectors/hex.hpp"
 
 namespace nuv::test {
 
@@ -19,6 +19,8 @@ struct Sample {
     Octets octets;
     /// What the library writes after it has read them; where nothing else is said, the same.
     Octets written;
+    /// With what text reading it fails; empty for what is read.
+    std::string error;
     /// With what text it refuses to write.
     std::string refused;
     /// How many octets at the end of an element belong to no field.
@@ -30,7 +32,7 @@ struct Sample {
 
 /// Reads a file of vectors: octets in hexadecimal, `#` and what follows it is a comment. A line
 /// `[name]` begins a sample. `written:` goes before the octets that the library writes where they
-/// differ; the other members of a sample are given as `refused: TEXT`, `surplus: NUMBER`,
+/// differ; the other members of a sample are given as `error: TEXT`, `refused: TEXT`, `surplus: NUMBER`,
 /// `maps: OCTET`. Throws std::runtime_error naming file and line for anything else.
 std::vector<Sample> read_vectors(const std::filesystem::path& file);
 

@@ -4,7 +4,7 @@
 #include <map>
 #include <string>
 
-#include "support/hex.hpp"
+#include "tools/vectors/hex.hpp"
 
 namespace nuv::test {
 

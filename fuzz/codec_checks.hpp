@@ -18,7 +18,7 @@
 #include "nuv/ieee802_11/ieee802_11_field_visitor.hpp"
 #include "nuv/limited_istream.hpp"
 #include "nuv/mem_buf.hpp"
-#include "support/hex.hpp"
+#include "tests/support/codecs.hpp"
 
 /// What holds for everything that is read from octets and written as octets, for tests and for
 /// fuzzing: each check returns what is wrong, nothing if all is well. An exception of another kind

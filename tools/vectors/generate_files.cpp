@@ -5,7 +5,7 @@
 #include <fstream>
 #include <iostream>
 
-#include "support/generated_files.hpp"
+#include "tools/vectors/generated_files.hpp"
 
 int main(int argc, char** argv) {
     if (argc != 2) {

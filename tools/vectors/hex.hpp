@@ -4,12 +4,9 @@
 #include <cctype>
 #include <cstdint>
 #include <cstdlib>
-#include <sstream>
 #include <string>
 #include <string_view>
 #include <vector>
-
-#include "nuv/binary_serializable_type.hpp"
 
 namespace nuv::test {
 
@@ -44,26 +41,5 @@ inline std::string to_hex(const Octets& octets) {
 }
 
 inline std::string to_string(const Octets& octets) { return {octets.begin(), octets.end()}; }
-
-/// What the codec of T writes for `value`, as hex.
-template <class T>
-std::string written(const T& value) {
-    std::ostringstream os;
-    serialization::SerializationContext ctx;
-    serialization::BinarySerializableType<T>::serialize(os, ctx, value);
-    const std::string bytes = os.str();
-    return to_hex({bytes.begin(), bytes.end()});
-}
-
-/// The message of the SerializationException that `function` throws, "" if it throws none.
-template <class Function>
-std::string message_of(Function function) {
-    try {
-        function();
-    } catch (const serialization::SerializationException& e) {
-        return e.what();
-    }
-    return {};
-}
 
 }  // namespace nuv::test

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "support/vectors.hpp"
+#include "tools/vectors/vectors.hpp"
 
 #include <algorithm>
 #include <fstream>
@@ -54,6 +54,10 @@ private:
         Sample& sample = samples_.at(samples_.size() - 1);
         if (name == "written") {
             octets_ = &sample.written;
+        } else if (name == "error") {
+            sample.error = value;
+        } else if (name == "error") {
+            sample.error = value;
         } else if (name == "refused") {
             sample.refused = value;
         } else if (name == "surplus") {

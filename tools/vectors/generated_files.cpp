@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "support/generated_files.hpp"
+#include "tools/vectors/generated_files.hpp"
 
-#include "support/vectors.hpp"
+#include <algorithm>
+#include <iterator>
+
+#include "tools/vectors/vectors.hpp"
 
 namespace nuv::test {
 
@@ -66,7 +69,9 @@ std::map<std::string, Octets> generated_files() {
     for (const Sample& sample : vectors("assoc_request_bodies")) {
         files["fuzz/corpus/assoc_request/" + sample.name] = sample.octets;
     }
-    for (const Sample& sample : elements()) {
+    std::vector<Sample> samples = elements();
+    std::ranges::move(vectors("malformed_elements"), std::back_inserter(samples));
+    for (const Sample& sample : samples) {
         // Which class reads it, and with which maps, as fuzz_element takes it.
         const bool extended = sample.octets[0] == 255;
         Octets input{sample.octets[0], extended ? sample.octets[2] : std::uint8_t{0}, sample.maps};

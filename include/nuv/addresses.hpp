@@ -1,0 +1,10 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+/// @file
+/// The whole of addresses and identities.
+
+#include "nuv/ether_header.hpp"
+#include "nuv/fixed_byte_buffer.hpp"
+#include "nuv/mac_address.hpp"
+#include "nuv/nid.hpp"

@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+/// @file
+/// All elements and frames of IEEE 802.11.
+
+#include "nuv/ieee802_11/ieee802_11_assoc_request_frame.hpp"
+#include "nuv/ieee802_11/ieee802_11_cipher_suite.hpp"
+#include "nuv/ieee802_11/ieee802_11_dummy_element.hpp"
+#include "nuv/ieee802_11/ieee802_11_eht_capabilities.hpp"
+#include "nuv/ieee802_11/ieee802_11_eht_operation.hpp"
+#include "nuv/ieee802_11/ieee802_11_element.hpp"
+#include "nuv/ieee802_11/ieee802_11_element_base.hpp"
+#include "nuv/ieee802_11/ieee802_11_element_id.hpp"
+#include "nuv/ieee802_11/ieee802_11_extended_supported_rates_bss_membership_selector.hpp"
+#include "nuv/ieee802_11/ieee802_11_extendend_capabilities.hpp"
+#include "nuv/ieee802_11/ieee802_11_field_visitor.hpp"
+#include "nuv/ieee802_11/ieee802_11_he_capabilities.hpp"
+#include "nuv/ieee802_11/ieee802_11_ht_capabilities.hpp"
+#include "nuv/ieee802_11/ieee802_11_mobility_domain.hpp"
+#include "nuv/ieee802_11/ieee802_11_multi_link.hpp"
+#include "nuv/ieee802_11/ieee802_11_multiple_mac_sublayers.hpp"
+#include "nuv/ieee802_11/ieee802_11_non_inheritance.hpp"
+#include "nuv/ieee802_11/ieee802_11_operating_mode_notification.hpp"
+#include "nuv/ieee802_11/ieee802_11_power_capability.hpp"
+#include "nuv/ieee802_11/ieee802_11_qos_capability.hpp"
+#include "nuv/ieee802_11/ieee802_11_qos_traffic_capabilities.hpp"
+#include "nuv/ieee802_11/ieee802_11_raw_element.hpp"
+#include "nuv/ieee802_11/ieee802_11_rm_enabled_capabilities.hpp"
+#include "nuv/ieee802_11/ieee802_11_rsn_element.hpp"
+#include "nuv/ieee802_11/ieee802_11_supported_channels.hpp"
+#include "nuv/ieee802_11/ieee802_11_supported_operating_classes.hpp"
+#include "nuv/ieee802_11/ieee802_11_supported_rates_bss_membership_selector.hpp"
+#include "nuv/ieee802_11/ieee802_11_tid_to_link_mapping.hpp"
+#include "nuv/ieee802_11/ieee802_11_tim_broadcast_request.hpp"
+#include "nuv/ieee802_11/ieee802_11_vht_capabilities.hpp"
+#include "nuv/ieee802_11/rsn_security.hpp"

@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: Apache-2.0
+// Each test of the suite gets a test double of its own.
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <optional>
+
+#include "nuv_platform/fake.hpp"
+
+namespace {
+
+class FreshPlatform : public testing::EmptyTestEventListener {
+    void OnTestStart(const testing::TestInfo& /*test*/) override { platform_.emplace(); }
+    void OnTestEnd(const testing::TestInfo& /*test*/) override { platform_.reset(); }
+
+    std::optional<nuv::platform::FakePlatform> platform_;
+};
+
+[[maybe_unused]] const bool installed = [] {
+    testing::UnitTest::GetInstance()->listeners().Append(
+        std::make_unique<FreshPlatform>().release());
+    return true;
+}();
+
+}  // namespace

@@ -1,0 +1,165 @@
+// SPDX-License-Identifier: Apache-2.0
+// The outputs of the reference logger that leave the process.
+#include <fcntl.h>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sys/mman.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdint>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <string>
+
+#include "nuv_platform/clog.h"
+#include "nuv_platform/clog_ring.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+class ClogOutputs : public testing::Test {
+public:
+    ClogOutputs() { fs::create_directory(folder); }
+    ~ClogOutputs() override { fs::remove_all(folder); }
+
+protected:
+    void log(const std::string& text) { clogger__info(logger, "f", "g", 1, "%s", text.c_str()); }
+
+    static std::string content(const fs::path& path) {
+        std::ostringstream text;
+        text << std::ifstream(path).rdbuf();
+        return text.str();
+    }
+
+    const std::string name = std::string("nuvtest.") + std::to_string(::getpid()) + "." +
+                             testing::UnitTest::GetInstance()->current_test_info()->name();
+    const fs::path folder = fs::temp_directory_path() / name;
+    const std::string file = folder / "log.txt";
+    clogger* const logger = clogger_alloc(name.c_str());
+};
+
+TEST_F(ClogOutputs, FreshProcessLogsToStderrAtLevelInfo) {
+    clogmod* const module = clogmod_get_or_alloc((name + ".module").c_str());
+    testing::internal::CaptureStderr();
+    clogmod__info(module, "f", "g", 1, "seen");
+    clogmod__debug(module, "f", "g", 1, "masked");
+    EXPECT_THAT(testing::internal::GetCapturedStderr(),
+                testing::MatchesRegex("[0-9]{4}-[01][0-9]-[0-3][0-9]T[0-9:]{8}[.][0-9]{3}Z INFO " +
+                                      name + ".module: seen\n"));
+}
+
+TEST_F(ClogOutputs, FileIsAppendedToAndSetAsideWhenFull) {
+    const auto older = [this](int n) { return folder / ("log." + std::to_string(n) + ".txt"); };
+    std::ofstream(file) << "before\n";
+    const clogger_backup_style two{.files = 2, .rotate_on_open = 0};
+    ASSERT_EQ(clogger_add_file(logger, file.c_str(), 16, &two, 31, CLOGGER_FIELD_NONE), 0);
+    for (const char* text : {"1", "second", "third.........", "fourth........"}) {
+        log(text);
+    }
+    EXPECT_EQ(content(file), "fourth........\n");
+    EXPECT_EQ(content(older(1)), "third.........\n");
+    EXPECT_EQ(content(older(2)), "before\n1\nsecond\n");
+    EXPECT_EQ(clogger_rm_file(logger, file.c_str()), 0);
+
+    const clogger_backup_style afresh{.files = 1, .rotate_on_open = 1};
+    ASSERT_EQ(clogger_add_file(logger, file.c_str(), 0, &afresh, 31, CLOGGER_FIELD_NONE), 0);
+    EXPECT_EQ(content(file), "");
+    EXPECT_EQ(content(older(1)), "fourth........\n");
+    EXPECT_EQ(clogger_rm_file(logger, file.c_str()), 0);
+}
+
+TEST_F(ClogOutputs, FileThatCannotBeOpenedIsRefusedWithTheReason) {
+    const std::string path = folder / "missing" / "log.txt";
+    EXPECT_EQ(clogger_add_file(logger, path.c_str(), 0, nullptr, 31, 0), -ENOENT);
+    EXPECT_EQ(clogger_add_file(logger, folder.c_str(), 0, nullptr, 31, 0), -EISDIR);
+    EXPECT_EQ(clogger_rm_file(logger, path.c_str()), -ENOENT);
+}
+
+TEST_F(ClogOutputs, FileThatCannotBeReopenedLosesLinesOnly) {
+    ASSERT_EQ(clogger_add_file(logger, file.c_str(), 100, nullptr, 31, CLOGGER_FIELD_NONE), 0);
+    log(std::string(90, 'a'));
+    const fs::path aside = folder.string() + ".aside";
+    fs::rename(folder, aside);
+    std::ofstream(folder) << "in the way";
+    log(std::string(90, 'b'));  // closes the full file, cannot open the next
+    log("lost");
+    fs::remove(folder);
+    fs::rename(aside, folder);
+    log("back");
+    EXPECT_EQ(content(file), std::string(90, 'a') + "\nback\n");
+    EXPECT_EQ(clogger_rm_file(logger, file.c_str()), 0);
+}
+
+/// Reads a ring as clog_ring.h tells it.
+std::string read_ring(const std::string& name) {
+    const int fd = ::shm_open((CLOGGER_RING_PREFIX + name).c_str(), O_RDONLY, 0);
+    struct stat status {};
+    if (fd < 0 || ::fstat(fd, &status) != 0) {
+        return "no ring";
+    }
+    std::string bytes(static_cast<std::size_t>(status.st_size), '\0');
+    const ssize_t got = ::pread(fd, bytes.data(), bytes.size(), 0);
+    ::close(fd);
+    clogger_ring ring{};
+    std::memcpy(&ring, bytes.data(), sizeof ring);
+    if (got != status.st_size || bytes.size() != sizeof ring + ring.size ||
+        std::memcmp(ring.magic, CLOGGER_RING_MAGIC, sizeof ring.magic) != 0) {
+        return "damaged";
+    }
+    std::string text;
+    for (auto at = ring.begun < ring.size ? 0 : ring.begun - ring.size; at < ring.written; ++at) {
+        text += bytes[sizeof ring + static_cast<std::size_t>(at % ring.size)];
+    }
+    return text;
+}
+
+TEST_F(ClogOutputs, RingKeepsTheNewestLines) {
+    ASSERT_EQ(clogger_add_shringbuf(logger, name.c_str(), 1024, 31, CLOGGER_FIELD_NONE), 0);
+    std::string all;
+    for (int i = 0; i < 300; ++i) {
+        const std::string line(static_cast<std::size_t>(i % 37), static_cast<char>('a' + i % 26));
+        log(line);
+        all += line + '\n';
+        ASSERT_EQ(read_ring(name),
+                  all.substr(all.size() - std::min<std::size_t>(all.size(), 1024)));
+    }
+    log(std::string(3000, 'x'));
+    EXPECT_EQ(read_ring(name), std::string(1023, 'x') + '\n');
+    EXPECT_EQ(clogger_rm_shringbuf(logger, name.c_str()), 0);
+    EXPECT_EQ(read_ring(name), "no ring");
+}
+
+TEST_F(ClogOutputs, RingOutlivesItsProcessAndIsContinued) {
+    const auto run = [&](uint32_t size, const char* text) {
+        const pid_t child = ::fork();
+        if (child == 0) {
+            const int result =
+                clogger_add_shringbuf(logger, name.c_str(), size, 31, CLOGGER_FIELD_NONE);
+            log(text);
+            ::_exit(-result);
+        }
+        int status = 0;
+        EXPECT_EQ(::waitpid(child, &status, 0), child);
+        return -WEXITSTATUS(status);
+    };
+    EXPECT_EQ(run(1024, "first"), 0);
+    EXPECT_EQ(run(1024, "second"), 0);
+    EXPECT_EQ(read_ring(name), "first\nsecond\n");
+    EXPECT_EQ(run(2048, "larger"), 0);
+    EXPECT_EQ(read_ring(name), "larger\n");
+
+    ASSERT_EQ(clogger_add_shringbuf(logger, name.c_str(), 2048, 31, 0), 0);
+    clogger* const other = clogger_alloc((name + ".other").c_str());
+    EXPECT_EQ(clogger_add_shringbuf(other, name.c_str(), 2048, 31, 0), -EBUSY);
+    EXPECT_EQ(read_ring(name), "larger\n");
+    EXPECT_EQ(clogger_rm_shringbuf(logger, name.c_str()), 0);
+}
+
+}  // namespace

@@ -1,0 +1,240 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "nuv/ieee802_11/ieee802_11_assoc_request_frame.hpp"
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <filesystem>
+#include <fstream>
+
+#include "nuv/ieee802_11/ieee802_11_dummy_element.hpp"
+#include "nuv/ieee802_11/ieee802_11_eht_capabilities.hpp"
+#include "nuv/ieee802_11/ieee802_11_ht_capabilities.hpp"
+#include "nuv/ieee802_11/ieee802_11_rsn_element.hpp"
+#include "nuv_platform/fake.hpp"
+#include "support/elements.hpp"
+
+namespace nuv::ieee802_11 {
+namespace {
+
+using Container = AssocRequestFrame::ElementContainer;
+using ID = IEEE802_11_Element_ID;
+using Ext = IEEE802_11_Element_ID_Extension;
+
+/// Capability information 0x1104, listen interval, SSID "ab".
+const std::string fixed = "04 11 0a 00 00 02 61 62 ";
+const std::string ht =
+    "2d 1a 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 ";
+const std::string rsn = "30 06 01 00 00 0f ac 04 ";
+const std::string vendor = "dd 03 00 50 f2 ";
+const std::string ttlm = "ff 02 6d 04 ";
+
+/// HE Capabilities with this first octet of the PHY information.
+std::string he(const std::string& phy) {
+    return "ff 16 23 00 00 00 00 00 00 " + phy + " 00 00 00 00 00 00 00 00 00 00 00 00 00 00 ";
+}
+/// EHT Capabilities with this many octets behind the PHY information.
+std::string eht(std::size_t maps) {
+    test::Octets octets(14 + maps);
+    octets[0] = 255;
+    octets[1] = static_cast<std::uint8_t>(12 + maps);
+    octets[2] = 108;
+    return test::to_hex(octets) + " ";
+}
+
+/// Reads a frame; expects that to succeed.
+AssocRequestFrame read(const std::string& hex,
+                       std::ios_base::iostate state = std::ios_base::eofbit) {
+    serialization::SerializationContext ctx;
+    AssocRequestFrame frame;
+    EXPECT_EQ(
+        test::message_of([&] { EXPECT_EQ(frame.deserialize(test::from_hex(hex), ctx), state); }),
+        "")
+        << hex;
+    return frame;
+}
+
+std::string write(const AssocRequestFrame& frame) {
+    const std::string hex = test::written(frame);
+    EXPECT_EQ(test::from_hex(hex).size(), frame.get_length());
+    return hex + " ";
+}
+
+TEST(AssocRequestFrame, ReadsItsFixedFields) {
+    const AssocRequestFrame frame = read(fixed);
+    EXPECT_EQ(frame.get_capability_information(), 0x1104);
+    EXPECT_EQ(frame.get_listen_interval(), 0x0A00) << "most significant octet first";
+    EXPECT_EQ(frame.get_ssid().string_view(), "ab");
+    EXPECT_EQ(write(frame), fixed);
+
+    AssocRequestFrame built;
+    built.set_capability_information(0x1104);
+    built.set_listen_interval(0x0A00);
+    built.set_ssid(SSID(std::string_view("ab")));
+    EXPECT_TRUE(built == frame);
+    built.set_ssid({});
+    EXPECT_FALSE(built == frame);
+    EXPECT_TRUE(read("04 11 0a 00 00 00") == built) << "an empty SSID is valid";
+}
+
+TEST(AssocRequestFrame, LogsWhyAnExtensionCannotBeReadAndWhatEHTLacks) {
+    platform::FakePlatform fake;
+    const test::Octets octets = test::from_hex(fixed + "ff 01");
+    serialization::SerializationContext ctx;
+    AssocRequestFrame frame;
+    EXPECT_THROW(frame.deserialize(octets, ctx), serialization::SerializationException);
+    EXPECT_THROW(frame.deserialize(std::span(octets).first(octets.size() - 1), ctx),
+                 serialization::SerializationException);
+    EXPECT_THROW(Container().create_extended_element(Ext::EHT_CAPABILITIES),
+                 serialization::SerializationException);
+    EXPECT_EQ(fake.log().texts(), (std::vector<std::string>{
+                                      "Error reading extended element ID. f: 0 b: 0 e: 1",
+                                      "Error reading extended element ID. f: 1 b: 0 e: 0",
+                                      "EHT CAPABILITIES IE without preceding HE CAPABILITIES IE"}));
+    for (const auto& record : fake.log().records()) {
+        EXPECT_EQ(record.level, 0);
+        EXPECT_EQ(record.module, "assoc_request_frame");
+        EXPECT_EQ(record.file, "src/shared/ieee802_11/ieee802_11_assoc_request_frame");
+    }
+}
+
+TEST(AssocRequestFrame, ElementRunningPastTheEndIsAcceptedWhenItsFieldsAreThere) {
+    const auto frame = read(fixed + "36 09 12 34 02", std::ios_base::failbit);
+    EXPECT_NE(frame.get_optional_element_by_id(ID::MOBILITY_DOMAIN), nullptr);
+}
+
+TEST(AssocRequestFrame, FileStreamsSeekPastTheirEnd) {
+    const auto path = testing::TempDir() + "nuv_frame_" + std::to_string(::getpid());
+    const auto read_file = [&](const std::string& hex) {
+        const std::string bytes = test::to_string(test::from_hex(hex));
+        std::ofstream(path, std::ios_base::binary) << bytes;
+        std::ifstream is(path, std::ios_base::binary);
+        serialization::SerializationContext ctx;
+        AssocRequestFrame frame;
+        const std::string error = test::message_of([&] { frame.deserialize_impl(is, ctx); });
+        return error + (is.eof() ? " eof" : "") + (is.fail() ? " fail" : "");
+    };
+    platform::FakePlatform fake;
+    EXPECT_EQ(read_file(fixed + ht), " eof");
+    EXPECT_EQ(read_file(fixed + "36 09 12 34 02"), " eof");
+    EXPECT_EQ(read_file(fixed + "0a 09 00 00 00"), " eof");
+    EXPECT_EQ(read_file(fixed + "ff"), "Error reading extended element ID! eof");
+    std::filesystem::remove(path);
+}
+
+TEST(AssocRequestFrame, KeepsTheLastOfAKindAndDropsWhatHasNoSlot) {
+    const std::string rsn_tkip = "30 06 01 00 00 0f ac 02 ";
+    const std::string measurement = "27 03 01 02 03 ";
+    const std::string neighbor = "34 01 00 ";
+    const std::string eht_operation = "ff 06 6a 00 00 00 00 00 ";
+    const auto frame = read(fixed + rsn_tkip + "0a 01 07 " + measurement + neighbor +
+                            eht_operation + "00 01 61 f2 01 00 " + rsn);
+    EXPECT_EQ(write(frame), fixed + rsn);
+    for (const ID id : {ID{10}, ID::MEASUREMENT_REPORT, ID::SSID, ID::ELEMENT_ID_EXTENSION}) {
+        EXPECT_EQ(frame.get_optional_element_by_id(id), nullptr);
+    }
+    EXPECT_EQ(frame.get_optional_element_by_extended_id(Ext::EHT_OPERATION), nullptr);
+}
+
+TEST(AssocRequestFrame, WritesInSlotOrderVendorsAndMappingsLast) {
+    const std::string rates = "01 01 82 ";
+    const std::string extension = "f4 01 20 ";
+    const auto frame = read(fixed + ttlm + extension + rsn + rates + vendor + ht + he("00"));
+    EXPECT_EQ(write(frame),
+              fixed + rates + rsn + ht + he("00") + "f4 01 00 " + "dd 03 00 00 00 " + ttlm);
+    EXPECT_EQ(frame.get_vendor_specific_vector().size(), 1U);
+    EXPECT_EQ(frame.get_ttlm_vector().size(), 1U);
+}
+
+TEST(AssocRequestFrame, SurplusElementsOfTheListsAreLoggedAndDropped) {
+    platform::FakePlatform fake;
+    std::string hex = fixed;
+    for (int n = 0; n < 11; ++n) {
+        hex += vendor;
+    }
+    serialization::SerializationContext ctx;
+    AssocRequestFrame frame;
+    frame.deserialize(test::from_hex(hex + ttlm + ttlm + ttlm + ht), ctx);
+    EXPECT_EQ(frame.get_vendor_specific_vector().size(), 10U);
+    EXPECT_EQ(frame.get_ttlm_vector().size(), 2U);
+    EXPECT_NE(frame.get_optional_element<IEEE802_11_HTCapabilities>(), nullptr)
+        << "reading goes on";
+    EXPECT_EQ(
+        fake.log().texts(),
+        (std::vector<std::string>{
+            "Number of vendor elements in AssocRequest exceeds limit of 10. Element not added!",
+            "Number of TTLM elements in AssocRequest exceeds limit of 2. Element not added!"}));
+}
+
+TEST(AssocRequestFrame, HECapabilitiesShapeTheEHTCapabilities) {
+    for (unsigned width = 0; width < 16; ++width) {
+        const bool up_to_80 = (width & 3U) != 0;
+        const bool has_160 = (width & 4U) != 0;
+        const std::size_t maps =
+            (width == 0 ? 4U : 0U) + (up_to_80 ? 3U : 0U) + (has_160 ? 3U : 0U);
+        const std::string he_hex = test::to_hex({static_cast<std::uint8_t>(width << 1U)});
+        std::string he_element = he(he_hex);
+        for (unsigned map = (width >> 2U & 1U) + (width >> 3U & 1U); map > 0; --map) {
+            he_element += "00 00 00 00 ";
+        }
+        test::Octets octets = test::from_hex(he_element);
+        octets[1] = static_cast<std::uint8_t>(octets.size() - 2);
+        const auto frame = read(fixed + test::to_hex(octets) + " " + eht(maps));
+        const auto* element = frame.get_optional_element<IEEE802_11_EHTCapabilities>();
+        ASSERT_NE(element, nullptr);
+        EXPECT_EQ(element->get_length(), 14 + maps) << width;
+        EXPECT_TRUE(element->get_ppe_threshold_field_dummy().empty()) << width;
+    }
+}
+
+TEST(AssocRequestFrame, RereadingReplacesEverything) {
+    const auto first = read(fixed + rsn + vendor + ttlm);
+    serialization::SerializationContext ctx;
+    AssocRequestFrame used;
+    used.deserialize(test::from_hex(fixed + ht + vendor + vendor), ctx);
+    EXPECT_FALSE(used == first);
+    used.deserialize(test::from_hex(fixed + rsn + vendor + ttlm), ctx);
+    EXPECT_TRUE(used == first);
+}
+
+TEST(ElementContainer, EveryIdentifierHasItsSlotAndClass) {
+    const std::vector<unsigned> slots{
+        1,  50,  33,  36,  48,  46,  70,  54,       59,  45,       72,       127,       89,
+        94, 107, 158, 148, 170, 191, 199, 256 + 35, 244, 256 + 56, 256 + 59, 256 + 107, 256 + 108};
+    const std::vector<unsigned> typed{1,  33, 36, 45, 46,  48,  50,  54,
+                                      59, 70, 89, 94, 127, 170, 191, 199};
+    const auto expected = [&](unsigned key) {
+        return static_cast<std::size_t>(std::find(slots.begin(), slots.end(), key) - slots.begin());
+    };
+    for (unsigned n = 0; n < 256; ++n) {
+        const ID id{static_cast<std::uint8_t>(n)};
+        const Ext extension{static_cast<std::uint8_t>(n)};
+        EXPECT_EQ(Container::map_element_id_to_member(id), expected(n)) << n;
+        EXPECT_EQ(Container::map_extended_element_id_to_member(extension), expected(256 + n)) << n;
+        if (id != ID::ELEMENT_ID_EXTENSION) {
+            const auto element = Container::create_element(id);
+            EXPECT_EQ(element->get_type(), id);
+            EXPECT_EQ(element->is_dummy(), std::find(typed.begin(), typed.end(), n) == typed.end())
+                << n;
+        }
+        if (extension != Ext::EHT_CAPABILITIES) {
+            const auto element = Container().create_extended_element(extension);
+            EXPECT_EQ(element->get_type(), ID::ELEMENT_ID_EXTENSION);
+            EXPECT_EQ(element->is_dummy(), n != 35 && n != 56 && n != 107 && n != 109) << n;
+        }
+    }
+    EXPECT_EQ(test::message_of([] { Container::create_element(ID::ELEMENT_ID_EXTENSION); }),
+              "create_element() cannot handle ELEMENT_ID_EXTENSION!");
+}
+
+TEST(ElementContainer, TypedLookUpSeesThroughAForeignClass) {
+    AssocRequestFrame frame;
+    frame.add_element(std::make_unique<IEEE802_11_DummyElement>(ID::RSN, std::uint16_t{2}));
+    EXPECT_NE(frame.get_optional_element_by_id(ID::RSN), nullptr);
+    EXPECT_EQ(frame.get_optional_element<IEEE802_11_RSNElement>(), nullptr);
+    frame.add_element(std::make_unique<IEEE802_11_RSNElement>());
+    EXPECT_NE(frame.get_optional_element<IEEE802_11_RSNElement>(), nullptr);
+}
+
+}  // namespace
+}  // namespace nuv::ieee802_11

@@ -1,0 +1,169 @@
+// SPDX-License-Identifier: Apache-2.0
+// What is special about each of the simple elements; what holds for all of them is in the battery.
+#include <gtest/gtest.h>
+
+#include "nuv/ieee802_11.hpp"
+#include "support/elements.hpp"
+
+namespace nuv::ieee802_11 {
+namespace {
+
+using test::as_written;
+using test::read_as;
+
+using Rates = IEEE802_11_SupportedRatesBSSMembershipSelector;
+using ExtendedRates = IEEE802_11_ExtendedSupportedRatesBSSMembershipSelector;
+using Classes = IEEE802_11_SupportedOperatingClasses;
+using NonInheritance = IEEE802_11_Non_Inheritance;
+using Dummy = IEEE802_11_DummyElement;
+using ID = IEEE802_11_Element_ID;
+using Ext = IEEE802_11_Element_ID_Extension;
+using Bytes = std::vector<std::uint8_t>;
+
+TEST(SupportedRates, HoldOneToEightRates) {
+    EXPECT_EQ(read_as<Rates>("01 02 82 84").get_supported_rates(), (Rates::Rates{0x82, 0x84}));
+    Rates rates;
+    rates.set_supported_rates({1, 2, 3, 4, 5, 6, 7, 8, 9});
+    EXPECT_EQ(as_written(rates), "Invalid size");
+}
+
+TEST(SupportedRates, EmptyListIsReadButNotWritten) {
+    Rates rates;
+    rates.set_supported_rates({1});
+    rates = read_as("01 00", rates);
+    EXPECT_TRUE(rates.get_supported_rates().empty());
+    EXPECT_EQ(as_written(rates), "Invalid size");
+}
+
+TEST(ExtendedSupportedRates, HoldOneTo255RatesOnWriting) {
+    EXPECT_EQ(as_written(read_as<ExtendedRates>("32 00")), "Invalid size");
+    ExtendedRates rates;
+    rates.set_extended_supported_rates(Bytes(256));
+    EXPECT_EQ(as_written(rates), "Invalid size");
+}
+
+TEST(MobilityDomain, WritesItsIdentifierMostSignificantOctetFirst) {
+    IEEE802_11_MobilityDomain element;
+    element.set_mdid(0x1234);
+    element.set_capabilities(0b10);
+    EXPECT_EQ(as_written(element), "36 03 12 34 02");
+    EXPECT_EQ(read_as<IEEE802_11_MobilityDomain>("36 03 12 34 02").get_mdid(), 0x1234);
+}
+
+TEST(SupportedChannels, HoldUpTo127Pairs) {
+    IEEE802_11_SupportedChannels element;
+    element.add_supported_channel(36, 4);
+    element.add_supported_channel(100, 11);
+    EXPECT_EQ(as_written(element), "24 04 24 04 64 0b");
+    while (element.get_channels_vector().size() < 128) {
+        element.add_supported_channel(1, 1);
+    }
+    EXPECT_EQ(as_written(element), "Invalid size");
+}
+
+TEST(SupportedOperatingClasses, AreThreeListsWithDelimitersBetween) {
+    const auto classes = read_as<Classes>("3b 0a 51 73 82 83 82 00 53 54 00 82");
+    EXPECT_EQ(classes.get_current_opclass(), 81);
+    EXPECT_EQ(classes.get_capable_opclasses(), Classes::Classes{115});
+    EXPECT_EQ(classes.get_extension_vector(), (Classes::Classes{131, 130})) << "130 is data there";
+    EXPECT_EQ(classes.get_duple_opclasses(), (Classes::Duples{0x5354, 0x0082}));
+    EXPECT_EQ(as_written(read_as<Classes>("3b 03 51 53 82")), "3b 02 51 53")
+        << "a delimiter without a list is not written again";
+}
+
+TEST(SupportedOperatingClasses, BodyHolds255Octets) {
+    EXPECT_EQ(Classes(81, Bytes(254, 1)).get_length(), 257U);
+    EXPECT_EQ(as_written(Classes(81, Bytes(255, 1))), "Invalid length");
+}
+
+TEST(NonInheritance, CountsOneOctetMoreThanItWrites) {
+    NonInheritance element;
+    element.set_ids({ID::RSN});
+    EXPECT_EQ(as_written(element), "ff 05 38 01 30 00");
+    EXPECT_EQ(element.get_length(), 7U);
+    element = read_as("ff 05 38 00 02 23 6c", element);
+    EXPECT_TRUE(element.get_ids().empty());
+    EXPECT_EQ(element.get_extended_ids(),
+              (NonInheritance::ExtendedIds{Ext::HE_CAPABILITIES, Ext::EHT_CAPABILITIES}));
+}
+
+TEST(RawElement, KeepsItsBodyAndBoundsIt) {
+    EXPECT_EQ(read_as<IEEE802_11_PowerCapability>("21 02 00 14").get_body(),
+              (IEEE802_11_Body{0x00, 0x14}));
+    IEEE802_11_PowerCapability plain;
+    plain.set_body(Bytes(256));
+    EXPECT_EQ(as_written(plain), "Invalid length");
+    IEEE802_11_TID_to_Link_Mapping extended;
+    extended.set_body(Bytes(255));
+    EXPECT_EQ(as_written(extended), "Invalid length");
+    IEEE802_11_MultiLink multi_link;
+    multi_link.set_body(Bytes(255));
+    EXPECT_EQ(as_written(multi_link), "Invalid length");
+}
+
+TEST(Element, ChecksItsIdentifiersOnlyWhereItsClassDoes) {
+    serialization::SerializationContext ctx;
+    const auto error = [&](IEEE802_11_Element_Base&& element, std::string_view hex) {
+        return test::message_of([&] { element.deserialize(test::from_hex(hex), ctx); });
+    };
+    EXPECT_EQ(error(IEEE802_11_MultiLink(), "fe 01 6b"), "Invalid ID");
+    EXPECT_EQ(error(IEEE802_11_MultiLink(), "ff 01 6c"), "Unexpected ID");
+    EXPECT_EQ(error(Dummy(ID{10}), "0b 00"), "Invalid type");
+    EXPECT_EQ(error(Rates(), "02 01 82"), "");
+    EXPECT_EQ(error(NonInheritance(), "ff 03 39 00 00"), "");
+}
+
+TEST(DummyElement, KeepsTheSizeAndWritesZeros) {
+    EXPECT_EQ(as_written(read_as("dd 04 00 50 f2 02", Dummy(ID::VENDOR_SPECIFIC))),
+              "dd 04 00 00 00 00");
+    Dummy extended(ID::ELEMENT_ID_EXTENSION);
+    EXPECT_EQ(extended.get_extension_type(), Ext::NO_EXTENSION);
+    extended = read_as("ff 02 3b 01", extended);
+    EXPECT_EQ(extended.get_extension_type(), Ext::HE_6_GHZ_BAND_CAPABILITIES);
+    EXPECT_EQ(as_written(extended), "ff 02 3b 00");
+    constexpr const char* error = "Invalid length: must fit an OUI";
+    EXPECT_EQ(as_written(Dummy(ID::VENDOR_SPECIFIC, 2)), error);
+    EXPECT_EQ(as_written(Dummy(ID::VENDOR_SPECIFIC, 256)), error);
+    EXPECT_EQ(as_written(Dummy(ID{10}, 256)), error);
+    EXPECT_EQ(as_written(Dummy(ID::ELEMENT_ID_EXTENSION, 255)), error);
+    EXPECT_NE(as_written(Dummy(ID::ELEMENT_ID_EXTENSION, 254)), error);
+}
+
+TEST(Element, TypedNeverEqualsRawWhateverTheOctets) {
+    const IEEE802_11_MobilityDomain typed;
+    const Dummy raw(ID::MOBILITY_DOMAIN, 3);
+    EXPECT_FALSE(typed == raw);
+    EXPECT_FALSE(raw == typed);
+    EXPECT_TRUE(raw == Dummy(ID::MOBILITY_DOMAIN, 3)) << "raw ones by ID, extension and size";
+    EXPECT_FALSE(raw == Dummy(ID::MOBILITY_DOMAIN, 4));
+    EXPECT_FALSE(typed == IEEE802_11_PowerCapability());
+}
+
+TEST(Element, RunningPastTheEndLeavesTheFailBit) {
+    // Length 9, three octets there: all fields are, the rest is not.
+    const test::Octets octets = test::from_hex("36 09 12 34 02");
+    serialization::SerializationContext ctx;
+    IEEE802_11_MobilityDomain element;
+    EXPECT_EQ(element.deserialize(octets, ctx), std::ios_base::failbit);
+    std::stringstream is(test::to_string(octets));
+    element.deserialize_impl(is, ctx);
+    EXPECT_EQ(is.rdstate(), std::ios_base::failbit);
+    is.clear();
+    EXPECT_EQ(is.tellg(), 5) << "it stands behind what was read";
+}
+
+TEST(Element, NeedsAStreamWithAPosition) {
+    class Pipe : public std::streambuf {
+    public:
+        Pipe() { setg(octets_, octets_, octets_ + sizeof octets_); }
+
+    private:
+        char octets_[5] = {54, 3, 0, 0, 0};
+    } pipe;
+    std::istream is(&pipe);
+    serialization::SerializationContext ctx;
+    EXPECT_THROW(IEEE802_11_MobilityDomain().deserialize_impl(is, ctx), std::logic_error);
+}
+
+}  // namespace
+}  // namespace nuv::ieee802_11

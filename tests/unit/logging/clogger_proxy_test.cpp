@@ -1,0 +1,190 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "nuv/logging/clogger_proxy.hpp"
+
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "nuv/logging/chunk_io_manipulator.hpp"
+#include "nuv/logging/clogmod_proxy.hpp"
+#include "nuv_platform/fake.hpp"
+
+namespace nuv::logging {
+namespace {
+
+using Calls = std::vector<std::string>;
+using Record = platform::FakeLog::Record;
+
+void take_line(void* /*ctx*/, const char* /*line*/) {}
+void take_record(void* /*ctx*/, const clogger_msg_info* /*info*/, const char* /*line*/) {}
+int pass(void* /*ctx*/, const clogger_msg_info* /*info*/) { return 1; }
+int write_time(char* /*buf*/, std::size_t /*size*/) { return 0; }
+
+class CloggerProxyTest : public testing::Test {
+protected:
+    platform::FakePlatform platform;
+    const CloggerProxy proxy{"", false, false};
+};
+
+int context = 0;
+const clogger_backup_style STYLE{.files = 3, .rotate_on_open = 1};
+
+/// Each configuration call, and what the platform sees of it. The first eight throw when refused.
+const struct {
+    void (*call)(const CloggerProxy&);
+    std::string seen;
+} CONFIGURATION[] = {
+    {[](auto& p) { p.config_enable_stderr(3, 5); }, R"(clogger_enable_stderr("default", 3, 5))"},
+    {[](auto& p) { p.config_enable_stdout(3, 5); }, R"(clogger_enable_stdout("default", 3, 5))"},
+    {[](auto& p) { p.config_enable_syslog(3, 0xFFFF); },
+     R"(clogger_enable_syslog("default", 3, 65535))"},
+    {[](auto& p) { p.config_add_shringbuf("ring", 4096, 3, 5); },
+     R"(clogger_add_shringbuf("default", "ring", 4096, 3, 5))"},
+    {[](auto& p) { p.config_add_file("/log", 1U << 31, &STYLE, 3, 5); },
+     R"(clogger_add_file("default", "/log", 2147483648, &{3, 1}, 3, 5))"},
+    {[](auto& p) { p.config_add_function(take_line, nullptr, true, 3, 5); },
+     R"(clogger_add_function("default", *, NULL, 1, 3, 5))"},
+    {[](auto& p) { p.config_add_ext_function(take_record, &context, false, 3, 5); },
+     R"(clogger_add_ext_function("default", *, *, 0, 3, 5))"},
+    {[](auto& p) { p.config_add_msg_filter(pass, &context); },
+     R"(clogger_add_msg_filter("default", *, *))"},
+    {[](auto& p) { p.config_disable_stderr(); }, R"(clogger_disable_stderr("default"))"},
+    {[](auto& p) { p.config_disable_stdout(); }, R"(clogger_disable_stdout("default"))"},
+    {[](auto& p) { p.config_disable_syslog(); }, R"(clogger_disable_syslog("default"))"},
+    {[](auto& p) { p.config_rm_shringbuf("ring"); }, R"(clogger_rm_shringbuf("default", "ring"))"},
+    {[](auto& p) { p.config_rm_file("/log"); }, R"(clogger_rm_file("default", "/log"))"},
+    {[](auto& p) { p.config_rm_function(take_line, nullptr); },
+     R"(clogger_rm_function("default", *, NULL))"},
+    {[](auto& p) { p.config_rm_ext_function(take_record, &context); },
+     R"(clogger_rm_ext_function("default", *, *))"},
+    {[](auto& p) { p.config_rm_msg_filter(pass, &context); },
+     R"(clogger_rm_msg_filter("default", *, *))"},
+    {[](auto& p) { p.config_set_snprintf_time_func(write_time); },
+     R"(clogger_set_snprintf_time_func("default", *))"},
+    {[](auto& p) { p.config_set_default(); }, R"(clogger_set_default_logger("default"))"},
+};
+
+TEST_F(CloggerProxyTest, ConfigurationReachesThePlatformUnchanged) {
+    Calls seen;
+    for (const auto& row : CONFIGURATION) {
+        EXPECT_NO_THROW(row.call(proxy)) << row.seen;
+        seen.push_back(row.seen);
+    }
+    EXPECT_EQ(platform.journal(), seen);
+    EXPECT_EQ(platform.log().leftovers(), Calls{});
+}
+
+TEST_F(CloggerProxyTest, RefusedOutputThrowsWithTheNameOfTheCall) {
+    Calls texts;
+    for (const auto& row : CONFIGURATION) {
+        platform.fail_next(row.seen.substr(0, row.seen.find('(')), 1);
+        try {
+            row.call(proxy);
+        } catch (const std::runtime_error& e) {
+            texts.emplace_back(e.what());
+        }
+    }
+    EXPECT_EQ(texts,
+              (Calls{"clogger_enable_stderr() failed!", "clogger_enable_stdout() failed!",
+                     "clogger_enable_syslog() failed!", "clogger_add_shringbuf() failed!",
+                     "clogger_add_file() failed!", "clogger_add_function() failed!",
+                     "clogger_add_ext_function() failed!", "clogger_add_msg_filter() failed!"}));
+}
+
+TEST_F(CloggerProxyTest, WithoutALoggerNothingHappens) {
+    platform.fail_next("clogger_get_default_logger", 0, 100);
+    for (const auto& row : CONFIGURATION) {
+        EXPECT_NO_THROW(row.call(proxy)) << row.seen;
+    }
+    CloggerProxy none("", true, true);
+    none.set_chunking(5);
+    EXPECT_EQ(none.get_chunking(), 0U);
+    none.clogger_instance_show(nullptr, nullptr);
+    EXPECT_EQ(platform.journal(), Calls{});
+}
+
+TEST_F(CloggerProxyTest, NamedLoggerIsMadeWhenMissing) {
+    const CloggerProxy first("new", true, true);
+    const CloggerProxy second("new", false, false);
+    EXPECT_EQ(platform.journal(),
+              (Calls{R"(clogger_alloc("new"))", R"(clogger_set_default_logger("new"))",
+                     R"(clogmod_get_or_alloc_main("new", "new"))"}));
+    EXPECT_EQ(first.get_clogger(), second.get_clogger());
+    EXPECT_EQ(proxy.get_clogger(), second.get_clogger());
+
+    platform.fail_next("clogger_alloc", 0, 3);
+    EXPECT_EQ(CloggerProxy("refused", true, true).get_clogger(), nullptr);
+}
+
+TEST_F(CloggerProxyTest, OutputsLeftBehindAreReported) {
+    proxy.config_add_file("/log", 0, nullptr, 1, 0);
+    const auto left = platform.log().leftovers();
+    ASSERT_EQ(left.size(), 1U);
+    EXPECT_EQ(left[0].find(R"("default": clogger_add_file "/log")"), 0U);
+    proxy.config_rm_file("/log");
+    EXPECT_EQ(platform.log().leftovers(), Calls{});
+}
+
+TEST_F(CloggerProxyTest, ChunkSizeBelongsToTheNameThatThePlatformReports) {
+    CloggerProxy unnamed("", false, false);
+    unnamed.set_chunking(7);
+    EXPECT_EQ(get_default_clogger_chunking("default"), 7U);
+    EXPECT_EQ(get_default_clogger_chunking(""), 0U);
+    EXPECT_EQ(unnamed.get_chunking(), 7U);
+    EXPECT_EQ(CloggerProxy("other", false, false).get_chunking(), 0U);
+    unnamed.set_chunking(0);
+}
+
+TEST_F(CloggerProxyTest, StreamsReachTheFunctionOfTheirLevel) {
+    const CloggerProxy named("named", false, false);
+    named.get_clogger();
+    for (int level = -1; level < 8; ++level) {
+        named.get_ostream(level, "src/a", "run", 7, -9) << "text";
+        const bool known = level >= 0 && level <= 3;
+        const Record record{level, "named", "", "src/a", "run", 7, level == 3 ? -9 : 0, "text"};
+        EXPECT_EQ(platform.log().records(), std::vector<Record>(known ? 1 : 0, record)) << level;
+        platform.log().clear_records();
+    }
+    named.get_ostream(0, nullptr, nullptr, 7, 0) << "text";
+    EXPECT_EQ(platform.log().records(),
+              (std::vector{Record{0, "named", "", "", "", 7, 0, "text"}}));
+}
+
+TEST_F(CloggerProxyTest, UnnamedStreamAsksForTheDefaultLoggerByNull) {
+    platform.fail_next("clogger_get_default_logger", 0, 100);  // not the stream's way
+    proxy.get_ostream(0, "f", "g", 1, 0) << "a";
+    EXPECT_EQ(platform.log().texts(), Calls{"a"});
+    platform.fail_next("clogger_get", 0, 2);  // chunk size and record
+    proxy.get_ostream(0, "f", "g", 1, 0) << "dropped";
+    EXPECT_EQ(platform.log().texts(), Calls{"a"});
+}
+
+TEST(ClogmodProxy, StreamsReachTheFunctionOfTheirLevel) {
+    platform::FakePlatform platform;
+    const ClogmodProxy proxy("m");
+    for (int level = -1; level < 8; ++level) {
+        proxy.get_ostream(level, "src/a", nullptr, 7) << "text";
+        const Record record{level, "default", "m", "src/a", "", 7, 0, "text"};
+        EXPECT_EQ(platform.log().records(),
+                  std::vector<Record>(level >= 0 && level <= 4 ? 1 : 0, record))
+            << level;
+        platform.log().clear_records();
+    }
+    platform.fail_next("clogmod_get_or_alloc", 0, 2);
+    proxy.get_ostream(0, "src/a", "run", 7) << "dropped";
+    EXPECT_TRUE(platform.log().records().empty());
+}
+
+TEST(ClogmodProxy, LevelIsThePlatforms) {
+    platform::FakePlatform platform;
+    ClogmodProxy proxy("m");
+    proxy.set_loglevel(4);
+    EXPECT_EQ(proxy.get_loglevel(), 4);
+    EXPECT_EQ(clogmod_get_loglevel(proxy.get_clogmod()), 4);
+    EXPECT_EQ(platform.journal(), Calls{R"(clogmod_set_loglevel("m", 4))"});
+}
+
+}  // namespace
+}  // namespace nuv::logging

@@ -1,0 +1,129 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "nuv/mac_address.hpp"
+
+#include <gtest/gtest.h>
+
+#include <cctype>
+#include <iomanip>
+#include <iterator>
+
+#include "nuv/binary_serializable_type.hpp"
+#include "nuv_platform/fake.hpp"
+#include "support/json_text.hpp"
+
+namespace nuv::test {
+
+namespace {
+const std::string TEXT = "00:1A:2B:3C:4D:5E";
+const MACAddress ADDRESS({0x00, 0x1A, 0x2B, 0x3C, 0x4D, 0x5E});
+}  // namespace
+
+TEST(MACAddress, IsReadFromItsTextAndFromNoneOneCharacterOff) {
+    for (std::size_t place = 0; place < TEXT.size(); ++place) {
+        for (int byte = 0; byte < 256; ++byte) {
+            const auto text = std::string(TEXT).replace(place, 1, 1, static_cast<char>(byte));
+            const bool fits = place % 3 == 2 ? byte == ':' : std::isxdigit(byte) != 0;
+            EXPECT_EQ(MACAddress().parse_string(text), fits) << text;
+        }
+        EXPECT_FALSE(MACAddress().parse_string(std::string(TEXT).erase(place, 1)));
+        EXPECT_FALSE(MACAddress().parse_string(std::string(TEXT).insert(place, 1, ':')));
+    }
+    EXPECT_EQ(MACAddress("00:1a:2b:3c:4d:5e").to_string(), TEXT);
+    EXPECT_EQ(message_of<std::invalid_argument>([] { return MACAddress("x").to_string(); }),
+              "'x' is no valid MACAddress string");
+}
+
+TEST(MACAddress, ARefusedTextLeavesTheOctetsThatWereReadBefore) {
+    MACAddress a, b;
+    EXPECT_FALSE(a.parse_string("1:2:F03:4D:5E:F::") || b.parse_string("1:2:3:4:5:6::::::"));
+    EXPECT_EQ(a.to_string() + ' ' + b.to_string(), "01:02:F0:00:00:00 01:02:03:04:05:06");
+}
+
+TEST(MACAddress, OutputIgnoresAndKeepsTheFormat) {
+    std::ostringstream os;
+    os << std::left << std::oct << std::setfill('*') << std::setw(30);
+    const auto flags = os.flags();
+    os << ADDRESS;
+    EXPECT_EQ(os.str(), TEXT);
+    EXPECT_TRUE(os.width() == 30 && os.fill() == '*' && os.flags() == flags);
+}
+
+TEST(MACAddress, InputEndsWithExactlyTheFailBitOrNone) {
+    const auto read = [](const std::string& text) {
+        std::istringstream is(text);
+        MACAddress address;
+        is >> std::setw(3) >> address;
+        EXPECT_EQ(is.rdstate(), address == ADDRESS ? std::ios::goodbit : std::ios::failbit);
+        EXPECT_EQ(is.width(), 3);
+        is.clear();
+        return address.to_string() + '|' + std::string(std::istreambuf_iterator<char>(is), {});
+    };
+    EXPECT_EQ(read(TEXT), TEXT + '|');
+    EXPECT_EQ(read(" \n" + TEXT + "77 x"), TEXT + "|77 x");
+    EXPECT_EQ(read(TEXT.substr(1)), "00:00:00:00:00:00|");  // the end of file is forgotten
+    EXPECT_EQ(read("zz:zz:zz:zz:zz:zz x"), "00:00:00:00:00:00| x");
+}
+
+TEST(MACAddress, IndexIsCheckedAndTypeBitsChangeAlone) {
+    EXPECT_EQ(message_of<std::out_of_range>([&] { return std::to_string(ADDRESS[6]); }),
+              "array::at: __n (which is 6) >= _Nm (which is 6)");
+    for (unsigned octet = 0; octet < 256; ++octet) {
+        MACAddress a;
+        a[0] = static_cast<std::uint8_t>(octet);
+        EXPECT_EQ(MACAddress(a).set_individual()[0], octet & 0xFEU);
+        EXPECT_EQ(MACAddress(a).set_group()[0], octet | 0x01U);
+        EXPECT_EQ(MACAddress(a).set_universally_administered()[0], octet & 0xFDU);
+        EXPECT_EQ(MACAddress(a).set_locally_administered()[0], octet | 0x02U);
+    }
+}
+
+TEST(MACAddress, OrdersAsUnsignedOctetsAndHashesWith32Bits) {
+    EXPECT_LT(MACAddress("00:00:00:00:00:FF"), MACAddress("00:00:00:00:01:00"));
+    EXPECT_LT(MACAddress("00:00:00:00:01:00"), MACAddress("80:00:00:00:00:00"));
+    EXPECT_EQ(std::hash<MACAddress>()(ADDRESS), 0x013759ABU);
+    EXPECT_EQ(std::hash<MACAddress>()(MACAddress()), 0x7F77879DU);
+    EXPECT_EQ(std::hash<MACAddress>()(MACAddress("FF:FF:FF:FF:FF:FF")), 0xC4F2886FU);
+}
+
+TEST(MACAddress, TwoAddressesAreInvalidAndGroupsAreNotIndividual) {
+    const auto kind = [](const char* text) {
+        const MACAddress address(text);
+        return is_valid_mac_address(address) + is_valid_individual_mac_address(address);
+    };
+    EXPECT_EQ(kind("00:00:00:00:00:00") + kind("00:B0:52:00:00:01"), 0);
+    EXPECT_EQ(kind("01:00:5E:00:00:01") + kind("FF:FF:FF:FF:FF:FF"), 2);
+    EXPECT_EQ(kind("00:B0:52:00:00:02") + kind("02:00:00:00:00:00"), 4);
+}
+
+TEST(MACAddress, OfAnInterfaceIsWhatThePlatformKnows) {
+    platform::FakePlatform platform;
+    platform.set_hwaddr("name_of_15_char", ADDRESS.octets());
+    EXPECT_EQ(get_mac_for_ifname(InterfaceName("name_of_15_char")), ADDRESS);
+    EXPECT_EQ(get_mac_for_ifname(InterfaceName("eth9")), MACAddress());
+}
+
+TEST(MACAddress, JsonIsTheTextForm) {
+    MACAddress address;
+    EXPECT_EQ(to_json(ADDRESS), '"' + TEXT + '"');
+    EXPECT_EQ(to_json(ADDRESS, 5), "Serialization of MACAddress failed");
+    EXPECT_EQ(from_json("{\"m\":\"00:1a:2b:3c:4d:5e\"}", "m", address), "");
+    EXPECT_EQ(from_json("{\"m\":5}", "m", address),
+              "Deserialization of MACAddress \"m\" failed, got \"\"");
+    EXPECT_THROW(from_json("{\"m\":\"x\"}", "m", address), std::invalid_argument);
+    EXPECT_EQ(address, ADDRESS);
+}
+
+TEST(MACAddress, BinaryFormIsTheOctetsOfWhichAShortReadAppliesTheFirst) {
+    using Codec = serialization::BinarySerializableType<MACAddress>;
+    SerializationContext ctx;
+    std::stringstream stream;
+    MACAddress address;
+    Codec::serialize(stream, ctx, ADDRESS);
+    EXPECT_EQ(stream.str(), std::string("\0\x1A\x2B\x3C\x4D\x5E", 6));
+    stream.str("\x11\x22");
+    EXPECT_EQ(message_of([&] { return Codec::deserialize(stream, ctx, address), ""; }),
+              "Deserialization of type std::uint8_t failed.");
+    EXPECT_EQ(address.to_string(), "11:22:00:00:00:00");
+}
+
+}  // namespace nuv::test

@@ -1,0 +1,75 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "nuv/yajl_node.hpp"
+
+#include <gtest/gtest.h>
+
+#include "support/json_text.hpp"
+
+using nuv::test::parse;
+using nuv::test::YAJLNode;
+
+TEST(YAJLNode, RefusesWhatIsNoJson) {
+    const std::string opening = "Parsing of JSON failed, can't create root YAJLNode, got:\n";
+    for (const char* text : {"", "{", "nonsense", "[1,]", "1 2"}) {
+        const std::string message = nuv::test::message_of([&] { return parse(text), ""; });
+        EXPECT_TRUE(message.starts_with(opening) && message.size() > opening.size()) << message;
+    }
+}
+
+TEST(YAJLNode, ReadsTheStreamToItsEndAlsoBehindANul) {
+    std::istringstream is(std::string("null\0\xFF rest", 11));
+    EXPECT_TRUE(YAJLNode(is).get_null("") && is.rdstate() == std::ios::eofbit);
+    EXPECT_THROW(YAJLNode{is}, nuv::test::SerializationException);
+}
+
+TEST(YAJLNode, GettersTakeTheirTypeAloneAndElseLeaveTheOutput) {
+    const auto check = [](const YAJLNode& node, const std::string& key, char type) {
+        bool truth = false;
+        int number = 77;
+        std::string text = "before";
+        YAJLNode out = parse("\"before\"");
+        EXPECT_EQ(node.get_null(key), type == 'n');
+        EXPECT_TRUE(node.get_bool(key, truth) == truth && truth == (type == 't'));
+        EXPECT_EQ(node.get_integer(key, number), type == '5');
+        EXPECT_EQ(number, type == '5' ? 5 : 77);
+        EXPECT_EQ(node.get_string(key, text), type == '"');
+        EXPECT_EQ(text, type == '"' ? "s" : "before");
+        EXPECT_EQ(node.get_array(key, out), type == '[');
+        // An empty key is a name where an object is looked for.
+        EXPECT_EQ(node.get_object(key, out), type == '{' && !key.empty());
+        EXPECT_EQ(out.get_string("", text), type != '[' && (type != '{' || key.empty()));
+    };
+    for (const std::string value : {"null", "true", "5", "\"s\"", "[1]", "{\"x\":1}"}) {
+        SCOPED_TRACE(value);
+        check(parse(value), "", value[0]);
+        check(parse("{\"k\":" + value + ",\"k\":1}"), "k", value[0]);  // the first one counts
+        check(parse("{\"k\":" + value + "}"), "other", '-');
+    }
+    check(YAJLNode(), "", '-');
+}
+
+TEST(YAJLNode, IntegersAreWhatFitsSigned64Bits) {
+    std::int64_t value = 0;
+    for (const std::string text : {"9223372036854775807", "-9223372036854775808", "0"}) {
+        EXPECT_TRUE(parse(text).get_integer("", value) && std::to_string(value) == text);
+    }
+    for (const char* text : {"9223372036854775808", "-9223372036854775809", "18446744073709551615",
+                             "1.5", "1.0", "1e3"}) {
+        EXPECT_FALSE(parse(text).get_integer("", value) || value != 0) << text;
+    }
+}
+
+TEST(YAJLNode, BorrowedNodesWalkATreeThatMovesToAnotherOwner) {
+    YAJLNode root = parse("{\"\":{\"b\":[1,\"text\"]}}"), cursor;
+    std::uint32_t size = 9;
+    std::string text;
+    ASSERT_TRUE(root.get_object("", cursor));
+    YAJLNode owner = parse("[]");
+    owner = std::move(root);
+    EXPECT_TRUE(cursor.probe_name("b") && !cursor.probe_name("a"));
+    EXPECT_FALSE(cursor.get_array_size(size) || cursor.get_array_element(0, cursor) || size != 9);
+    EXPECT_TRUE(cursor.get_array("b", cursor) && cursor.get_array_size(size) && size == 2);
+    EXPECT_FALSE(cursor.get_array_element(2, cursor));
+    EXPECT_TRUE(cursor.get_array_element(1, cursor) && cursor.get_string("", text));
+    EXPECT_EQ(text, "text");
+}

@@ -1,0 +1,65 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "link_layer.hpp"
+#include "nuv/ieee802_11/ieee802_11_element_base.hpp"
+#include "nuv/mac_address.hpp"
+
+namespace nuvctl {
+
+/// An element of a frame's body, in the order sent.
+struct Element {
+    std::uint8_t id;
+    std::optional<std::uint8_t> extension;  ///< none where the element has no room for one
+    std::size_t offset;                     ///< of its ID, from the first octet of the body as sent
+    std::optional<std::uint8_t> length;     ///< the Length octet, none where the body ends before
+    std::span<const std::uint8_t> body;  ///< behind ID, Length and extension, as far as it is there
+    std::unique_ptr<nuv::ieee802_11::IEEE802_11_Element_Base> typed;  ///< null if it cannot be read
+    std::string error;                                                ///< why it cannot be read
+};
+
+/// What is wrong with a frame.
+struct FrameError {
+    std::string message;
+    std::optional<std::size_t> element;  ///< index of the element at which it happened
+};
+
+/// A decoded (re)association request. What the body is too short for is absent. Valid as long as the
+/// octets it was read from.
+struct AssociationRequest {
+    bool reassociation = false;
+    nuv::MACAddress station;
+    nuv::MACAddress bssid;
+    std::optional<nuv::MACAddress> current_ap;
+    std::optional<std::uint16_t> capability_information;
+    std::optional<std::uint16_t> listen_interval;  ///< in beacon intervals, as the air means it
+    std::span<const std::uint8_t> ssid;
+    std::vector<Element> elements;
+    std::optional<FrameError> error;  ///< none when the library read the whole frame
+
+    /// The last element of this class that could be read: the one that counts.
+    template <class E>
+    const E* find() const {
+        for (auto element = elements.rbegin(); element != elements.rend(); ++element) {
+            if (const auto* typed = dynamic_cast<const E*>(element->typed.get())) {
+                return typed;
+            }
+        }
+        return nullptr;
+    }
+    bool has(nuv::ieee802_11::IEEE802_11_Element_ID id) const;
+    bool has(nuv::ieee802_11::IEEE802_11_Element_ID_Extension extension) const;
+};
+
+/// The request in a frame, none if the frame is something else.
+std::optional<AssociationRequest> association_request(const MacFrame& frame);
+
+}  // namespace nuvctl

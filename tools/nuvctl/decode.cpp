@@ -1,0 +1,163 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <unistd.h>
+
+#include <CLI/CLI.hpp>
+#include <cerrno>
+#include <iostream>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "association_request.hpp"
+#include "capture_file.hpp"
+#include "command.hpp"
+#include "decode_json.hpp"
+#include "decode_summary.hpp"
+#include "link_layer.hpp"
+#include "nuv/logging/clogmod_proxy.hpp"
+
+namespace nuvctl {
+
+namespace {
+
+struct Options {
+    std::vector<std::string> files;
+    bool pretty = false;
+    bool summary = false;
+};
+
+/// How far a large file is read, for somebody who watches.
+class Progress {
+public:
+    Progress(const std::string& name, const CaptureFile& file)
+        : name_(name), file_(file), shown_(isatty(STDERR_FILENO) == 1 && file.size() >= large) {}
+    ~Progress() {
+        if (percent_ >= 0) {
+            std::cerr << "\r\033[K" << std::flush;
+        }
+    }
+    Progress(const Progress&) = delete;
+    Progress& operator=(const Progress&) = delete;
+
+    void update() {
+        constexpr unsigned records_between = 1024;
+        if (!shown_ || ++records_ % records_between != 0) {
+            return;
+        }
+        const auto percent = static_cast<int>(100 * file_.position() / file_.size());
+        if (percent != percent_) {
+            percent_ = percent;
+            std::cerr << "\r\033[K" << name_ << ": " << percent << " %" << std::flush;
+        }
+    }
+
+private:
+    static constexpr std::int64_t large = 8 << 20;
+
+    const std::string& name_;
+    const CaptureFile& file_;
+    bool shown_;
+    unsigned records_ = 0;
+    int percent_ = -1;
+};
+
+class Decoder {
+public:
+    explicit Decoder(const Options& options)
+        : options_(options), at_once_(isatty(STDOUT_FILENO) == 1) {}
+
+    /// The exit status.
+    int run() {
+        // What the library would log of a frame stands in the frame's own output.
+        nuv::logging::ClogmodProxy("assoc_request_frame").set_loglevel(-1);
+        int status = 0;
+        for (const std::string& name : options_.files) {
+            try {
+                read(name);
+            } catch (const CaptureError& error) {
+                std::cout.flush();
+                std::cerr << "nuvctl: " << name << ": " << error.what() << '\n';
+                status = 1;
+            }
+        }
+        if (options_.summary && requests_ != 0) {
+            summary_.print(std::cout);
+        }
+        std::cout.flush();
+        if (!std::cout) {
+            return write_failed();
+        }
+        if (requests_ == 0 && status == 0) {
+            std::cerr << "nuvctl: no association request in " << records_ << " records\n";
+        }
+        return status;
+    }
+
+    static int write_failed() {
+        // Whoever closed the pipe knows that it did.
+        if (errno != EPIPE) {
+            std::cerr << "nuvctl: cannot write to standard output\n";
+        }
+        return 1;
+    }
+
+private:
+    void read(const std::string& name) {
+        CaptureFile file(name);
+        if (!is_ieee802_11(file.link_type())) {
+            throw CaptureError("link type " + std::to_string(file.link_type()) +
+                               " is none of IEEE 802.11 (105), Prism (119), radiotap (127)");
+        }
+        Progress progress(name, file);
+        while (const auto record = file.next()) {
+            ++records_;
+            progress.update();
+            const auto frame = mac_frame(file.link_type(), *record);
+            const auto request = frame ? association_request(*frame) : std::nullopt;
+            if (!request) {
+                continue;
+            }
+            ++requests_;
+            if (options_.summary) {
+                summary_.add(*request);
+                continue;
+            }
+            write_json(std::cout, name, *record, *frame, *request, options_.pretty);
+            if (at_once_ || file.is_live()) {
+                std::cout.flush();
+            }
+        }
+    }
+
+    const Options& options_;
+    bool at_once_;
+    Summary summary_;
+    std::uint64_t records_ = 0;
+    std::uint64_t requests_ = 0;
+};
+
+}  // namespace
+
+void add_decode(CLI::App& nuvctl, int& status) {
+    auto* command = nuvctl.add_subcommand(
+        "decode", "Decode the (re)association requests of capture files: one JSON object a line");
+    auto options = std::make_shared<Options>();
+    auto* pretty = command->add_flag("--pretty", options->pretty, "Indent the JSON");
+    command->add_flag("--summary", options->summary, "Print a table instead, one line a station")
+        ->excludes(pretty);
+    command->add_option("FILE", options->files, "pcap or pcapng, - is standard input")->required();
+    command->footer(
+        "Reads the link types IEEE 802.11 (105), Prism (119) and radiotap (127). Numbers are what "
+        "the\n"
+        "air means. A frame that the library cannot read whole says why in \"error\".\n\n"
+        "Example: nuvctl decode home.pcap | jq -r '[.station, .ssid, .security] | @tsv'");
+    command->callback([options, &status] {
+        try {
+            status = Decoder(*options).run();
+        } catch (const nuv::serialization::SerializationException&) {
+            status = Decoder::write_failed();
+        }
+    });
+}
+
+}  // namespace nuvctl
