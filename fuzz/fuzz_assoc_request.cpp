@@ -4,14 +4,15 @@
 #include "fuzz/invariant.hpp"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    using namespace nuv::test;
+    using nuv::test::Frame;
+    using nuv::test::Octets;
     const Octets body(data, data + size);
     const auto make = [] { return std::make_unique<Frame>(); };
 
-    nuv::fuzz::require_well(check_ways_of_reading_agree(make, body));
-    const auto reading = read_from_memory(make(), body);
+    nuv::fuzz::require_well(nuv::test::check_ways_of_reading_agree(make, body));
+    const auto reading = nuv::test::read_from_memory(make(), body);
     if (reading.ok()) {
-        nuv::fuzz::require_well(check_round_trip(*reading.object));
+        nuv::fuzz::require_well(nuv::test::check_round_trip(*reading.object));
     }
     return 0;
 }

@@ -5,23 +5,25 @@
 #include "fuzz/invariant.hpp"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    using namespace nuv::test;
+    using nuv::test::ElementID;
+    using nuv::test::ExtensionID;
+    using nuv::test::Octets;
     constexpr std::size_t selector_length = 3;
     if (size < selector_length) {
         return 0;
     }
     const Octets octets(data + selector_length, data + size);
     const auto make = [data] {
-        return make_element(static_cast<ElementID>(data[0]), static_cast<ExtensionID>(data[1]),
-                            data[2]);
+        return nuv::test::make_element(static_cast<ElementID>(data[0]),
+                                       static_cast<ExtensionID>(data[1]), data[2]);
     };
 
-    nuv::fuzz::require_well(check_ways_of_reading_agree(make, octets));
-    const auto reading = read_from_memory(make(), octets);
+    nuv::fuzz::require_well(nuv::test::check_ways_of_reading_agree(make, octets));
+    const auto reading = nuv::test::read_from_memory(make(), octets);
     if (reading.ok()) {
         const bool whole = (reading.state & std::ios_base::failbit) == 0;
         nuv::fuzz::require(!whole || reading.position == 2 + octets[1], "not behind the element");
-        nuv::fuzz::require_well(check_round_trip(make, *reading.object));
+        nuv::fuzz::require_well(nuv::test::check_round_trip(make, *reading.object));
     }
     return 0;
 }

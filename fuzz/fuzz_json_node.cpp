@@ -14,7 +14,11 @@
 namespace {
 
 using nuv::fuzz::require;
-using namespace nuv::serialization;
+using nuv::serialization::JSONSerializableType;
+using nuv::serialization::SerializationContext;
+using nuv::serialization::SerializationException;
+using nuv::serialization::YAJLNode;
+using nuv::serialization::YAJLStream;
 
 /// What the codec of T makes of the member `key`; nothing if it refuses, and then without a trace.
 template <class T>
@@ -133,6 +137,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
                 e.what());
         return 0;
     }
-    Walk(name.c_str()).visit(*root);
+    Walk(name).visit(*root);
     return 0;
 }
