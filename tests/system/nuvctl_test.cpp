@@ -20,8 +20,8 @@ struct Outcome {
 
 class NuvctlTest : public testing::Test {
 protected:
-    NuvctlTest() { std::filesystem::create_directories(folder_); }
-    ~NuvctlTest() override { std::filesystem::remove_all(folder_); }
+    void SetUp() override { std::filesystem::create_directories(folder_); }
+    void TearDown() override { std::filesystem::remove_all(folder_); }
 
     /// Runs `nuvctl ARGUMENTS` by a shell, in a folder of its own.
     Outcome nuvctl(const std::string& arguments) const {
@@ -99,18 +99,18 @@ TEST_F(NuvctlTest, KnowsThreeLinkTypesAndWhatTheySayOfTheFCS) {
     const Octets fcs = from_hex("DEADBEEF");
     const Octets avs = from_hex("80211001 00000040") + Octets(0x38);
     const struct {
-        std::uint8_t link_type;
         Octets record;
+        std::uint8_t link_type;
         bool bad;
     } rows[] = {
-        {105, frame, false},
-        {119, Octets(144) + frame, false},
-        {119, avs + frame, false},
-        {127, from_hex("0000 0800 00000000") + frame, false},
-        {127, from_hex("0000 0900 02000000 10") + frame + fcs, false},
-        {127, from_hex("0000 0900 02000000 50") + frame + fcs, true},
+        {frame, 105, false},
+        {Octets(144) + frame, 119, false},
+        {avs + frame, 119, false},
+        {from_hex("0000 0800 00000000") + frame, 127, false},
+        {from_hex("0000 0900 02000000 10") + frame + fcs, 127, false},
+        {from_hex("0000 0900 02000000 50") + frame + fcs, 127, true},
         // TSFT before the Flags, a second word of presence bits before both
-        {127, from_hex("0000 1900 030000A0 00000000 00000000 0000000000000000 10") + frame + fcs,
+        {from_hex("0000 1900 030000A0 00000000 00000000 0000000000000000 10") + frame + fcs, 127,
          false},
     };
     for (const auto& row : rows) {

@@ -17,7 +17,7 @@ namespace {
 struct CloseFile {
     void operator()(std::FILE* file) const noexcept {
         if (file != stdin) {
-            std::fclose(file);
+            std::fclose(file);  // NOLINT(cppcoreguidelines-owning-memory): this is its owner
         }
     }
 };

@@ -88,9 +88,9 @@ unsigned streams_of_map(std::uint64_t map) {
 unsigned streams(const AssociationRequest& request) {
     unsigned most = 1;
     if (const auto* ht = request.find<IEEE802_11_HTCapabilities>()) {
-        for (unsigned n = 0; n < 4; ++n) {  // eight MCS for each number of streams
+        for (std::size_t n = 0; n < 4; ++n) {  // eight MCS for each number of streams
             if (((ht->get_mcs_bits() >> (8 * n)) & std::bitset<128>(0xFF)).any()) {
-                most = std::max(most, n + 1);
+                most = std::max(most, static_cast<unsigned>(n + 1));
             }
         }
     }
