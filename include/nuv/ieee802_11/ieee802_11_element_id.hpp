@@ -10,7 +10,7 @@ namespace nuv::ieee802_11 {
 
 /// Element IDs (IEEE Std 802.11-2020, 9.4.2.1), as far as the library knows them by name. Every
 /// other value of an octet is as good.
-enum class IEEE802_11_Element_ID : std::uint8_t {
+enum class NUV_EXPORT IEEE802_11_Element_ID : std::uint8_t {
     SSID = 0,
     SUPPORTED_RATES = 1,
     POWER_CAPABILITY = 33,
@@ -40,7 +40,7 @@ enum class IEEE802_11_Element_ID : std::uint8_t {
 };
 
 /// Element ID Extensions of elements with ID 255 (IEEE Std 802.11-2020, 9.4.2.1, and 802.11be).
-enum class IEEE802_11_Element_ID_Extension : std::uint8_t {
+enum class NUV_EXPORT IEEE802_11_Element_ID_Extension : std::uint8_t {
     HE_CAPABILITIES = 35,
     NON_INHERITANCE = 56,
     HE_6_GHZ_BAND_CAPABILITIES = 59,
