@@ -56,8 +56,6 @@ private:
             octets_ = &sample.written;
         } else if (name == "error") {
             sample.error = value;
-        } else if (name == "error") {
-            sample.error = value;
         } else if (name == "refused") {
             sample.refused = value;
         } else if (name == "surplus") {
