@@ -112,6 +112,9 @@ TEST_F(NuvctlTest, KnowsThreeLinkTypesAndWhatTheySayOfTheFCS) {
         // TSFT before the Flags, a second word of presence bits before both
         {from_hex("0000 1900 030000A0 00000000 00000000 0000000000000000 10") + frame + fcs, 127,
          false},
+        // a vendor's namespace of three octets in between
+        {from_hex("0000 1A00 000000C0 010000A0 02000000 00112200 0300 AABBCC 10") + frame + fcs,
+         127, false},
     };
     for (const auto& row : rows) {
         capture("c.pcap", row.link_type, {row.record});
@@ -134,6 +137,39 @@ TEST_F(NuvctlTest, TakesTheCurrentApOutOfAReassociation) {
         has(out, R"("error":null,"elements":[{"id":0,"extension":null,"name":"SSID","offset":10)"));
 }
 
+TEST_F(NuvctlTest, ReadsPcapngFromStandardInput) {
+    const Octets octets = from_hex(
+        "0A0D0D0A 1C000000 4D3C2B1A 01000000 FFFFFFFFFFFFFFFF 1C000000"
+        "01000000 14000000 69000000 FFFF0000 14000000"
+        "06000000 44000000 00000000 A2230500403E0C1F 23000000 23000000" +
+        mac + body + "00 44000000");
+    write("c.pcapng", octets);
+    EXPECT_TRUE(has(nuvctl("decode - < c.pcapng").out,
+                    R"({"file":"-","frame":1,"time":"2015-11-03T12:34:56.123456Z")"));
+}
+
+TEST_F(NuvctlTest, FindsTheBodyByTheHeader) {
+    const std::string addresses = "0000 020000000001 020000000002 020000000003 ";
+    const struct {
+        const char* name;
+        std::string frame;
+        int requests;
+    } rows[] = {
+        {"behind an HT Control field", "0080" + addresses + "0000 DEADBEEF" + body, 1},
+        {"which is broken off", "0080" + addresses + "0000 DEAD", 0},
+        {"encrypted", "0040" + addresses + "0000" + body, 0},
+        {"second fragment", "0000" + addresses + "0100" + body, 0},
+        {"another version of the protocol", "0100" + addresses + "0000" + body, 0},
+        {"header broken off", "0000 0000 0200", 0},
+    };
+    for (const auto& row : rows) {
+        capture("c.pcap", 105, {from_hex(row.frame)});
+        const std::string out = nuvctl("decode c.pcap").out;
+        EXPECT_EQ(has(out, R"("ssid":"hi")"), row.requests == 1) << row.name << out;
+        EXPECT_EQ(std::count(out.begin(), out.end(), '\n'), row.requests) << row.name;
+    }
+}
+
 TEST_F(NuvctlTest, GoesOnBehindWhatCannotBeRead) {
     const struct {
         std::string hex;
@@ -148,7 +184,9 @@ TEST_F(NuvctlTest, GoesOnBehindWhatCannotBeRead) {
          {R"("message":"EHT CAPABILITIES IE without preceding HE CAPABILITIES IE","element":{"id":255,"extension":108,"offset":11})"}},
         {body + "3609 1234 02", {R"("message":"trailing element truncated","element":{"id":54)"}},
         {body + "FF", {R"("message":"Error reading extended element ID!")", R"("length":null)"}},
-        {"3104 0A00 0021 61", {R"("message":"Invalid SSID length 33","element":{"id":0)"}},
+        {"3104 0A00 0021 61",
+         {R"("message":"Invalid SSID length 33","element":{"id":0)",
+          R"("length":33,"error":"Invalid SSID length 33"})"}},
         {"3104",
          {R"("capability_information":null,"listen_interval":null,"ssid":"")",
           R"("message":"Deserialization of type std::uint16_t failed.","element":null)"}},

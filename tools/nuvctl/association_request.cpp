@@ -37,9 +37,15 @@ std::optional<std::size_t> body_offset(Octets frame) {
     constexpr std::size_t mac_header = 24;
     constexpr std::uint8_t association = 0x00;
     constexpr std::uint8_t reassociation = 0x20;
+    constexpr std::uint8_t protected_frame = 0x40;
     constexpr std::uint8_t order = 0x80;
+    constexpr std::uint8_t fragment_number = 0x0F;
     constexpr std::size_t ht_control = 4;
     if (frame.size() < mac_header || (frame[0] != association && frame[0] != reassociation)) {
+        return std::nullopt;
+    }
+    // An encrypted body and a later fragment do not begin with what a request begins with.
+    if ((frame[1] & protected_frame) != 0 || (frame[22] & fragment_number) != 0) {
         return std::nullopt;
     }
     const std::size_t offset = mac_header + ((frame[1] & order) != 0 ? ht_control : 0);
@@ -182,7 +188,12 @@ std::optional<AssociationRequest> association_request(const MacFrame& frame) {
         }
     }
     if (!request.elements.empty() && static_cast<ID>(request.elements[0].id) == ID::SSID) {
-        request.ssid = request.elements[0].body;
+        Element& ssid = request.elements[0];
+        request.ssid = ssid.body;
+        if (request.error && request.error->element == 0) {
+            ssid.typed.reset();
+            ssid.error = request.error->message;
+        }
     }
     return request;
 }

@@ -15,6 +15,7 @@
 #include "decode_summary.hpp"
 #include "link_layer.hpp"
 #include "nuv/logging/clogmod_proxy.hpp"
+#include "text.hpp"
 
 namespace nuvctl {
 
@@ -31,13 +32,16 @@ class Progress {
 public:
     Progress(const std::string& name, const CaptureFile& file)
         : name_(name), file_(file), shown_(isatty(STDERR_FILENO) == 1 && file.size() >= large) {}
-    ~Progress() {
-        if (percent_ >= 0) {
-            std::cerr << "\r\033[K" << std::flush;
-        }
-    }
+    ~Progress() { hide(); }
     Progress(const Progress&) = delete;
     Progress& operator=(const Progress&) = delete;
+
+    void hide() {
+        if (percent_ >= 0) {
+            std::cerr << "\r\033[K" << std::flush;
+            percent_ = -1;
+        }
+    }
 
     void update() {
         constexpr unsigned records_between = 1024;
@@ -47,7 +51,8 @@ public:
         const auto percent = static_cast<int>(100 * file_.position() / file_.size());
         if (percent != percent_) {
             percent_ = percent;
-            std::cerr << "\r\033[K" << name_ << ": " << percent << " %" << std::flush;
+            std::cerr << "\r\033[K" << to_printable(name_).text << ": " << percent << " %"
+                      << std::flush;
         }
     }
 
@@ -76,7 +81,7 @@ public:
                 read(name);
             } catch (const CaptureError& error) {
                 std::cout.flush();
-                std::cerr << "nuvctl: " << name << ": " << error.what() << '\n';
+                std::cerr << "nuvctl: " << to_printable(name).text << ": " << error.what() << '\n';
                 status = 1;
             }
         }
@@ -121,6 +126,9 @@ private:
             if (options_.summary) {
                 summary_.add(*request);
                 continue;
+            }
+            if (at_once_) {
+                progress.hide();  // they may share the terminal
             }
             write_json(std::cout, name, *record, *frame, *request, options_.pretty);
             if (at_once_ || file.is_live()) {

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 #include <ostream>
+#include <sstream>
 
 #include "nuv/ieee802_11.hpp"
 #include "security.hpp"
@@ -18,8 +19,10 @@ using ID = IEEE802_11_Element_ID;
 using Ext = IEEE802_11_Element_ID_Extension;
 
 constexpr std::size_t ssid_column = 1;
-constexpr std::array<std::string_view, 8> titles{"STATION", "SSID",   "SECURITY", "GENERATIONS",
-                                                 "STREAMS", "WIDTHS", "802.11",   "BANDS"};
+constexpr std::size_t security_column = 2;
+constexpr std::size_t generations_column = 3;
+constexpr std::array<std::string_view, 8> titles{"STATION", "SSID",   "SECURITY",    "GENERATIONS",
+                                                 "STREAMS", "WIDTHS", "802.11k/v/r", "BANDS"};
 
 std::string join(const std::vector<std::string>& parts, std::string_view separator) {
     std::string text;
@@ -105,6 +108,8 @@ unsigned streams(const AssociationRequest& request) {
                                 eht->get_160_mhz_mcs_nss_map(), eht->get_320_mhz_mcs_nss_map()}) {
             most = std::max<unsigned>(most, map.get_rx_max_nss(0));
         }
+        // The first octet of four, Rx in its low half.
+        most = std::max(most, eht->get_20_mhz_only_non_ap_sta_mcs_nss_map() >> 24U & 0xFU);
     }
     return most;
 }
@@ -207,6 +212,26 @@ void print_row(std::ostream& os, std::span<const std::string> cells,
     os << '\n';
 }
 
+/// "security: NONE 1, WPA2PSK 2": in how many cells of a column each word stands.
+template <class Stations>
+void print_counts(std::ostream& os, const char* title, const Stations& stations,
+                  std::size_t column) {
+    std::map<std::string, std::size_t> counts;
+    for (const auto& [address, station] : stations) {
+        std::istringstream words(station.cells[column]);
+        for (std::string word; words >> word;) {
+            ++counts[word];
+        }
+    }
+    const char* separator = ": ";
+    os << title;
+    for (const auto& [word, number] : counts) {
+        os << separator << word << ' ' << number;
+        separator = ", ";
+    }
+    os << '\n';
+}
+
 std::string count(std::uint64_t number, const std::string& singular, const std::string& plural) {
     return std::to_string(number) + " " + (number == 1 ? singular : plural);
 }
@@ -262,6 +287,8 @@ void Summary::print(std::ostream& os) const {
         os << ", " << errors_ << " with errors (see the JSON)";
     }
     os << '\n';
+    print_counts(os, "generations", stations_, generations_column);
+    print_counts(os, "security", stations_, security_column);
 }
 
 }  // namespace nuvctl

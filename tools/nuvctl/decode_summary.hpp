@@ -16,7 +16,6 @@ class Summary {
 public:
     void add(const AssociationRequest& request);
     void print(std::ostream& os) const;
-    bool empty() const { return requests_ == 0; }
 
 private:
     struct Station {
