@@ -32,7 +32,7 @@ void write_little_endian_16(std::ostream& os, SerializationContext& ctx, std::si
 }
 
 template <class List>
-void read_counted(impl::ByteCursor& body, std::uint32_t entry_size, const char* size_error,
+void read_counted(impl::ByteCursor& body, std::size_t entry_size, const char* size_error,
                   List& list) {
     const unsigned count = read_little_endian_16(body);
     if (count > IEEE802_11_RSNElement::MAX_LIST_SIZE || body.remaining() < entry_size * count) {

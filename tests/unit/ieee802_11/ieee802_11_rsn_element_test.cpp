@@ -151,8 +151,8 @@ TEST(RSNSecurity, ModesMapToTheirSuitesAndBack) {
 
 TEST(RSNSecurity, OnlyTheCombinationsOfAModeAreOne) {
     using S = WLANSecurity;
-    const auto classify = [](std::uint8_t group, std::vector<std::uint8_t> pairwise,
-                             std::vector<std::uint8_t> akm, bool vendor = false) {
+    const auto classify = [](std::uint8_t group, const std::vector<std::uint8_t>& pairwise,
+                             const std::vector<std::uint8_t>& akm, bool vendor = false) {
         const auto suites = [](const std::vector<std::uint8_t>& types) {
             RSN::Suites list;
             for (const std::uint8_t type : types) {
