@@ -90,6 +90,8 @@ public:
     }
     void open_list(std::string_view name) override { (text_ += name) += "=["; }
     void close_list() override { text_ += "] "; }
+    void open_object(std::string_view name) override { (text_ += name) += "={"; }
+    void close_object() override { text_ += "} "; }
 
     const std::string& str() const { return text_; }
 

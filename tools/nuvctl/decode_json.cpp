@@ -69,6 +69,8 @@ public:
     }
     void open_list(std::string_view name) override { json_.open_list(name); }
     void close_list() override { json_.close_list(); }
+    void open_object(std::string_view name) override { json_.open_object(name); }
+    void close_object() override { json_.close_object(); }
 
 private:
     Json& json_;

@@ -10,7 +10,8 @@
 namespace nuv::ieee802_11 {
 
 /// Is shown the fields of an element, in wire order, under their names: the way from a typed
-/// element to a text, JSON or a table without knowing its class. Inside a list the names are empty.
+/// element to a text, JSON or a table without knowing its class. Inside a list the names are empty;
+/// an object groups named fields.
 class NUV_EXPORT IEEE802_11_FieldVisitor {
 public:
     virtual ~IEEE802_11_FieldVisitor() = default;
@@ -23,6 +24,8 @@ public:
     virtual void octets(std::string_view name, std::span<const std::uint8_t> value) = 0;
     virtual void open_list(std::string_view name) = 0;
     virtual void close_list() = 0;
+    virtual void open_object(std::string_view name) = 0;
+    virtual void close_object() = 0;
 
 protected:
     IEEE802_11_FieldVisitor() = default;

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bitset>
 #include <concepts>
 #include <cstddef>
 #include <cstdint>
@@ -14,6 +15,7 @@
 #include "nuv/binary_serializable_type.hpp"
 #include "nuv/ieee802_11/ieee802_11_element.hpp"
 #include "nuv/ieee802_11/ieee802_11_field_visitor.hpp"
+#include "nuv/mac_address.hpp"
 
 /// The vocabulary in which an element's body is declared: a list of fields, as types, in wire
 /// order.
@@ -21,7 +23,7 @@
 ///     struct IEEE802_11_SomeElement::Layout {
 ///         static bool has_extra(const IEEE802_11_SomeElement& e) { return e.bits_[3]; }
 ///         using fields = Fields<Always<"bits", &IEEE802_11_SomeElement::bits_>,
-///                               When<"extra", &IEEE802_11_SomeElement::extra_, has_extra>,
+///                               When<Always<"extra", &IEEE802_11_SomeElement::extra_>, has_extra>,
 ///                               Rest<"tail", &IEEE802_11_SomeElement::tail_>>;
 ///     };
 ///     template class IEEE802_11_LayoutElement<IEEE802_11_SomeElement, ...>;
@@ -53,9 +55,13 @@ template <auto Member>
 using MemberType = typename MemberOf<decltype(Member)>::type;
 
 /// Shows one value: numbers least significant octet first as the standard has them, which is the
-/// reverse of how this library writes them; everything else as its octets.
+/// reverse of how this library writes them; addresses as text; everything else as its octets.
 template <class T>
 void visit_value(IEEE802_11_FieldVisitor& visitor, std::string_view name, const T& value) {
+    if constexpr (std::same_as<T, MACAddress>) {
+        visitor.text(name, value.to_string());
+        return;
+    }
     std::array<std::uint8_t, WireForm<T>::size> octets{};
     WireForm<T>::encode(value, octets.data());
     if constexpr (std::integral<T> || std::is_enum_v<T>) {
@@ -124,6 +130,10 @@ struct Always {
         body.read(element.*Member);
     }
     template <class E>
+    static void clear(E& element) {
+        element.*Member = {};
+    }
+    template <class E>
     static bool equal(const E& a, const E& b) {
         return a.*Member == b.*Member;
     }
@@ -133,11 +143,31 @@ struct Always {
     }
 };
 
-/// A field that is there when the fields before it say so. Absent on reading, it becomes zero.
-template <Name name, auto Member, auto Present>
-struct When {
-    using Field = Always<name, Member>;
+/// An integer least significant octet first, as the standard has it.
+template <Name name, auto Member>
+struct LittleEndian : Always<name, Member> {
+    using Value = MemberType<Member>;
+    using Bits = std::bitset<8 * sizeof(Value)>;  // its bit 0 is the first octet's
 
+    template <class E>
+    static void write(const E& element, std::ostream& os, SerializationContext& ctx) {
+        BinarySerializableType<Bits>::serialize(os, ctx, Bits(element.*Member));
+    }
+    template <class E>
+    static void read(E& element, impl::ByteCursor& body) {
+        Bits bits;
+        body.read(bits);
+        element.*Member = static_cast<Value>(bits.to_ullong());
+    }
+    template <class E>
+    static void visit(const E& element, IEEE802_11_FieldVisitor& visitor) {
+        visitor.number(name.view(), element.*Member);
+    }
+};
+
+/// A field that is there when the fields before it say so. Absent on reading, it becomes zero.
+template <class Field, auto Present>
+struct When {
     template <class E>
     static std::uint32_t length(const E& element) {
         return Present(element) ? Field::length(element) : 0;
@@ -153,7 +183,7 @@ struct When {
         if (Present(element)) {
             Field::read(element, body);
         } else {
-            element.*Member = {};
+            Field::clear(element);
         }
     }
     template <class E>

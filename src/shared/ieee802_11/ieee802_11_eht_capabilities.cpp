@@ -39,16 +39,18 @@ struct IEEE802_11_EHTCapabilities::Layout {
     static bool has_160_mhz(const E& e) { return e.has_160_mhz_map_; }
     static bool has_320_mhz(const E& e) { return e.phy_info_bits_[1]; }
 
-    using fields =
-        layout::Fields<layout::Always<"mac_info_bits", &E::mac_info_bits_>,
-                       layout::Always<"phy_info_bits", &E::phy_info_bits_>,
-                       layout::When<"20_mhz_only_non_ap_sta_mcs_nss_map",
-                                    &E::mcs_nss_map_20_mhz_only_, has_20_mhz_only>,
-                       layout::When<"less_or_equal_80_mhz_mcs_nss_map",
-                                    &E::mcs_nss_map_less_or_equal_80_mhz_, has_80_mhz>,
-                       layout::When<"160_mhz_mcs_nss_map", &E::mcs_nss_map_160_mhz_, has_160_mhz>,
-                       layout::When<"320_mhz_mcs_nss_map", &E::mcs_nss_map_320_mhz_, has_320_mhz>,
-                       layout::Rest<"ppe_threshold_field_dummy", &E::ppe_threshold_field_dummy_>>;
+    using fields = layout::Fields<
+        layout::Always<"mac_info_bits", &E::mac_info_bits_>,
+        layout::Always<"phy_info_bits", &E::phy_info_bits_>,
+        layout::When<
+            layout::Always<"20_mhz_only_non_ap_sta_mcs_nss_map", &E::mcs_nss_map_20_mhz_only_>,
+            has_20_mhz_only>,
+        layout::When<layout::Always<"less_or_equal_80_mhz_mcs_nss_map",
+                                    &E::mcs_nss_map_less_or_equal_80_mhz_>,
+                     has_80_mhz>,
+        layout::When<layout::Always<"160_mhz_mcs_nss_map", &E::mcs_nss_map_160_mhz_>, has_160_mhz>,
+        layout::When<layout::Always<"320_mhz_mcs_nss_map", &E::mcs_nss_map_320_mhz_>, has_320_mhz>,
+        layout::Rest<"ppe_threshold_field_dummy", &E::ppe_threshold_field_dummy_>>;
     static_assert(fields::fixed_length == 11);
 };
 

@@ -26,11 +26,13 @@ struct IEEE802_11_EHTOperation::Layout {
     using fields = layout::Fields<
         layout::Always<"eht_operation_parameters", &E::eht_operation_parameters_>,
         layout::Always<"basic_mcs_nss_set", &E::basic_mcs_nss_set_>,
-        layout::When<"control_channel_width_value", &E::control_channel_width_value_,
-                     has_information>,
-        layout::When<"ccfs0", &E::ccfs0_, has_information>,
-        layout::When<"ccfs1", &E::ccfs1_, has_information>,
-        layout::When<"disabled_subchannel_bitmap", &E::disabled_subchannel_bitmap_, has_bitmap>>;
+        layout::When<
+            layout::Always<"control_channel_width_value", &E::control_channel_width_value_>,
+            has_information>,
+        layout::When<layout::Always<"ccfs0", &E::ccfs0_>, has_information>,
+        layout::When<layout::Always<"ccfs1", &E::ccfs1_>, has_information>,
+        layout::When<layout::Always<"disabled_subchannel_bitmap", &E::disabled_subchannel_bitmap_>,
+                     has_bitmap>>;
     static_assert(fields::fixed_length == 5);
 };
 

@@ -18,16 +18,16 @@ struct IEEE802_11_HECapabilities::Layout {
     static bool has_160_mhz(const E& e) { return e.phy_info_bits_[3]; }
     static bool has_80_80_mhz(const E& e) { return e.phy_info_bits_[4]; }
 
-    using fields =
-        layout::Fields<layout::Always<"mac_info_bits", &E::mac_info_bits_>,
-                       layout::Always<"phy_info_bits", &E::phy_info_bits_>,
-                       layout::Always<"rx_mcs_leq_80_mhz", &E::rx_mcs_leq_80_mhz_>,
-                       layout::Always<"tx_mcs_leq_80_mhz", &E::tx_mcs_leq_80_mhz_>,
-                       layout::When<"rx_mcs_160_mhz", &E::rx_mcs_160_mhz_, has_160_mhz>,
-                       layout::When<"tx_mcs_160_mhz", &E::tx_mcs_160_mhz_, has_160_mhz>,
-                       layout::When<"rx_mcs_80_80_mhz", &E::rx_mcs_80_80_mhz_, has_80_80_mhz>,
-                       layout::When<"tx_mcs_80_80_mhz", &E::tx_mcs_80_80_mhz_, has_80_80_mhz>,
-                       layout::Rest<"ppe_threshold_field_dummy", &E::ppe_threshold_field_dummy_>>;
+    using fields = layout::Fields<
+        layout::Always<"mac_info_bits", &E::mac_info_bits_>,
+        layout::Always<"phy_info_bits", &E::phy_info_bits_>,
+        layout::Always<"rx_mcs_leq_80_mhz", &E::rx_mcs_leq_80_mhz_>,
+        layout::Always<"tx_mcs_leq_80_mhz", &E::tx_mcs_leq_80_mhz_>,
+        layout::When<layout::Always<"rx_mcs_160_mhz", &E::rx_mcs_160_mhz_>, has_160_mhz>,
+        layout::When<layout::Always<"tx_mcs_160_mhz", &E::tx_mcs_160_mhz_>, has_160_mhz>,
+        layout::When<layout::Always<"rx_mcs_80_80_mhz", &E::rx_mcs_80_80_mhz_>, has_80_80_mhz>,
+        layout::When<layout::Always<"tx_mcs_80_80_mhz", &E::tx_mcs_80_80_mhz_>, has_80_80_mhz>,
+        layout::Rest<"ppe_threshold_field_dummy", &E::ppe_threshold_field_dummy_>>;
     static_assert(fields::fixed_length == 21);
 };
 
