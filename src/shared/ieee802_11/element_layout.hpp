@@ -54,23 +54,30 @@ struct MemberOf<Value Class::*> {
 template <auto Member>
 using MemberType = typename MemberOf<decltype(Member)>::type;
 
-/// Shows one value: numbers least significant octet first as the standard has them, which is the
-/// reverse of how this library writes them; addresses as text; everything else as its octets.
+/// A number as the standard means it, least significant octet first, which is the reverse of how this
+/// library writes it.
+template <class T>
+std::uint64_t standard_value(const T& value) {
+    std::array<std::uint8_t, WireForm<T>::size> octets{};
+    WireForm<T>::encode(value, octets.data());
+    std::uint64_t number = 0;
+    for (std::size_t k = octets.size(); k-- > 0;) {
+        number = number << 8U | octets[k];
+    }
+    return number;
+}
+
+/// Shows one value: numbers as the standard means them; addresses as text; everything else as its
+/// octets.
 template <class T>
 void visit_value(IEEE802_11_FieldVisitor& visitor, std::string_view name, const T& value) {
     if constexpr (std::same_as<T, MACAddress>) {
         visitor.text(name, value.to_string());
-        return;
-    }
-    std::array<std::uint8_t, WireForm<T>::size> octets{};
-    WireForm<T>::encode(value, octets.data());
-    if constexpr (std::integral<T> || std::is_enum_v<T>) {
-        std::uint64_t number = 0;
-        for (std::size_t k = octets.size(); k-- > 0;) {
-            number = number << 8U | octets[k];
-        }
-        visitor.number(name, number);
+    } else if constexpr (std::integral<T> || std::is_enum_v<T>) {
+        visitor.number(name, standard_value(value));
     } else {
+        std::array<std::uint8_t, WireForm<T>::size> octets{};
+        WireForm<T>::encode(value, octets.data());
         visitor.octets(name, octets);
     }
 }
