@@ -69,6 +69,9 @@ std::map<std::string, Octets> generated_files() {
     for (const Sample& sample : vectors("assoc_request_bodies")) {
         files["fuzz/corpus/assoc_request/" + sample.name] = sample.octets;
     }
+    for (const Sample& sample : vectors("beacon_reports")) {
+        files["fuzz/corpus/beacon_report/" + sample.name] = sample.octets;
+    }
     std::vector<Sample> samples = elements();
     std::ranges::move(vectors("malformed_elements"), std::back_inserter(samples));
     for (const Sample& sample : samples) {

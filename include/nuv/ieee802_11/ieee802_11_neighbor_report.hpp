@@ -140,6 +140,9 @@ public:
     IEEE802_11_NeighborReport(const MACAddress& bssid, const BSSIDInformation& bssid_information,
                               std::uint8_t operating_class, std::uint8_t channel_number,
                               PHYType phy_type, SubElementPtr sub_element);
+    // It owns its subelements: it is moved, not copied.
+    IEEE802_11_NeighborReport(IEEE802_11_NeighborReport&&) = default;
+    IEEE802_11_NeighborReport& operator=(IEEE802_11_NeighborReport&&) = default;
 
     const MACAddress& get_bssid() const { return bssid_; }
     void set_bssid(const MACAddress& bssid) { bssid_ = bssid; }
