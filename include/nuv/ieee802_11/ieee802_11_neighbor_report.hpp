@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "nuv/ieee802_11/ieee802_11_element.hpp"
+#include "nuv/ieee802_11/ieee802_11_multi_link.hpp"
 #include "nuv/ieee802_11/ieee802_11_raw_element.hpp"
 #include "nuv/ieee802_11_codes.hpp"
 #include "nuv/mac_address.hpp"
@@ -94,6 +95,36 @@ public:
         void read_from(Source& source, serialization::SerializationContext& ctx);
 
         std::uint8_t preference_ = 0;
+    };
+
+    /// A Basic Multi-Link element, which reads and writes itself with ID 201 and without an extension
+    /// octet. Reading throws what the element throws.
+    class NUV_EXPORT BasicMultiLinkSubElement
+        : public SubElement<IEEE802_11_NeigborReportSubelem_ID::BASIC_MULTI_LINK> {
+    public:
+        BasicMultiLinkSubElement() : BasicMultiLinkSubElement(MACAddress()) {}
+        explicit BasicMultiLinkSubElement(const MACAddress& mld_mac_address);
+        /// Puts the element into neighbor-report mode. Throws SerializationException "Multi-Link
+        /// Element must be of basic type".
+        explicit BasicMultiLinkSubElement(IEEE802_11_MultiLink element);
+
+        const IEEE802_11_MultiLink& get_basic_multi_link_element() const { return element_; }
+        /// As the constructor.
+        void set_basic_multi_link_element(IEEE802_11_MultiLink element);
+
+        void serialize_impl(std::ostream& os,
+                            serialization::SerializationContext& ctx) const override;
+        void deserialize_impl(std::istream& is, serialization::SerializationContext& ctx) override;
+        std::uint32_t get_length() const override { return element_.get_length(); }
+        void visit_fields(IEEE802_11_FieldVisitor& visitor) const override;
+        void deserialize_from(impl::ByteCursor& source,
+                              serialization::SerializationContext& ctx) override;
+
+    protected:
+        bool equal_fields(const SubElementBase& other) const override;
+
+    private:
+        IEEE802_11_MultiLink element_;
     };
 
     /// A subelement without a class of its own, kept octet by octet. Reading takes whatever ID comes.

@@ -38,6 +38,8 @@ Report::SubElementPtr make_sub_element(SubID id) {
     switch (id) {
         case SubID::BSS_TRANSITION_CANDIDATE_PREFERENCE:
             return std::make_unique<Report::BSSTransitionCandidatePreference>();
+        case SubID::BASIC_MULTI_LINK:
+            return std::make_unique<Report::BasicMultiLinkSubElement>();
         default:
             return std::make_unique<Report::DummySubElement>(id);
     }
@@ -90,6 +92,48 @@ bool Report::BSSTransitionCandidatePreference::equal_fields(const SubElementBase
 void Report::BSSTransitionCandidatePreference::visit_fields(
     IEEE802_11_FieldVisitor& visitor) const {
     visitor.number("preference", preference_);
+}
+
+// --- Basic Multi-Link
+
+Report::BasicMultiLinkSubElement::BasicMultiLinkSubElement(const MACAddress& mld_mac_address)
+    : element_(IEEE802_11_MultiLink::Mode::NEIGHBOR_REPORT) {
+    element_.set_mld_mac_address(mld_mac_address);
+}
+
+Report::BasicMultiLinkSubElement::BasicMultiLinkSubElement(IEEE802_11_MultiLink element) {
+    set_basic_multi_link_element(std::move(element));
+}
+
+void Report::BasicMultiLinkSubElement::set_basic_multi_link_element(IEEE802_11_MultiLink element) {
+    if (!element.is_basic()) {
+        throw SerializationException("Multi-Link Element must be of basic type");
+    }
+    element_ = std::move(element);
+    element_.set_mode(IEEE802_11_MultiLink::Mode::NEIGHBOR_REPORT);
+}
+
+void Report::BasicMultiLinkSubElement::serialize_impl(std::ostream& os,
+                                                      SerializationContext& ctx) const {
+    element_.serialize_impl(os, ctx);
+}
+
+void Report::BasicMultiLinkSubElement::deserialize_impl(std::istream& is,
+                                                        SerializationContext& ctx) {
+    element_.deserialize_impl(is, ctx);
+}
+
+void Report::BasicMultiLinkSubElement::deserialize_from(impl::ByteCursor& source,
+                                                        SerializationContext& ctx) {
+    element_.deserialize_from(source, ctx);
+}
+
+bool Report::BasicMultiLinkSubElement::equal_fields(const SubElementBase& other) const {
+    return element_ == static_cast<const BasicMultiLinkSubElement&>(other).element_;
+}
+
+void Report::BasicMultiLinkSubElement::visit_fields(IEEE802_11_FieldVisitor& visitor) const {
+    element_.visit_fields(visitor);
 }
 
 // --- Every other subelement
@@ -225,7 +269,9 @@ void Report::visit_fields(IEEE802_11_FieldVisitor& visitor) const {
     for (const SubElementPtr& sub : sub_elements_) {
         visitor.open_object({});
         visitor.number("id", static_cast<std::uint8_t>(sub->get_type()));
+        visitor.open_object("fields");
         sub->visit_fields(visitor);
+        visitor.close_object();
         visitor.close_object();
     }
     visitor.close_list();

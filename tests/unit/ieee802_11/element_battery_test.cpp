@@ -152,6 +152,7 @@ TEST_F(ElementBattery, EveryLengthOctetIsReadToItsEndOrRefusedWithAKnownText) {
         "Invalid size",
         "Invalid version",
         "Number of vendor elements exceeds secure limit!",
+        "Only Basic Multi-Link elements allowed in Neighbor Report",
         "Sanity Check: Unconsumed length",
         "Seek failed",
     };

@@ -71,6 +71,34 @@ TEST(NeighborReport, SubelementsOfDifferentClassesAreNotEqualWhateverTheirOctets
     EXPECT_NE(dummy, Dummy(SubID{3}, IEEE802_11_Body{8}));
 }
 
+TEST(NeighborReport, BasicMultiLinkIsASubelementOfItsOwnFraming) {
+    using MultiLink = Report::BasicMultiLinkSubElement;
+    const MACAddress mld("02:11:22:33:44:55");
+    const MultiLink plain(mld);
+    EXPECT_EQ(plain.get_length(), 11U);
+    EXPECT_EQ(test::written(plain), "c9 09 00 00 07 02 11 22 33 44 55");
+
+    IEEE802_11_MultiLink element;
+    element.set_mld_mac_address(mld);
+    element.set_link_id(2);
+    const MultiLink with_link(std::move(element));
+    EXPECT_EQ(test::written(with_link), "c9 0a 10 00 08 02 11 22 33 44 55 02");
+    EXPECT_NE(with_link, plain);
+
+    const auto report =
+        test::read_as<Report>("34 1b " + fixed + " c9 0a 10 00 08 02 11 22 33 44 55 02 46 00");
+    const auto* found =
+        dynamic_cast<const MultiLink*>(report.get_first_sub_element_by_id(SubID::BASIC_MULTI_LINK));
+    ASSERT_NE(found, nullptr);
+    EXPECT_EQ(*found, with_link);
+    EXPECT_EQ(found->get_basic_multi_link_element().get_link_id(), 2);
+
+    IEEE802_11_MultiLink probe;
+    probe.set_body(1, {});
+    EXPECT_EQ(test::message_of([&] { MultiLink refused(std::move(probe)); }),
+              "Multi-Link Element must be of basic type");
+}
+
 TEST(NeighborReport, SumOfItsSubelementsIsKeptInEightBits) {
     Report report;
     for (const std::size_t size : {240, 241, 253, 254, 255}) {
@@ -107,8 +135,8 @@ TEST(NeighborReport, TextAndFieldsNameItsParts) {
               "81 (opclass)\n6 (channel)\nHT (phy type)\n3 (sub-element)\n70 (sub-element)");
     EXPECT_EQ(test::FieldText(report).str(),
               "bssid=00:11:22:33:44:55 bssid_information=8f 04 00 00 operating_class=81 "
-              "channel_number=6 phy_type=7 subelements=[={id=3 preference=255 } "
-              "={id=70 payload_hex=2a } ] ");
+              "channel_number=6 phy_type=7 subelements=[={id=3 fields={preference=255 } } "
+              "={id=70 fields={payload_hex=2a } } ] ");
 }
 
 }  // namespace
