@@ -6,12 +6,10 @@
 
 #include "ieee802_11/element_sequence.hpp"
 #include "nuv/ieee802_11/ieee802_11_field_visitor.hpp"
-#include "nuv/serialization_exception.hpp"
 
 namespace nuv::ieee802_11 {
 
 using serialization::SerializationContext;
-using serialization::SerializationException;
 
 std::span<const std::uint8_t> IEEE802_11_ElementSequence::octets_of(std::size_t index) const {
     const std::size_t begin = index == 0 ? 0 : items_[index - 1].end;
@@ -36,26 +34,6 @@ void IEEE802_11_ElementSequence::add_element(ElementPtr element,
 void IEEE802_11_ElementSequence::clear() {
     items_.clear();
     octets_.clear();
-}
-
-void read_sequence(impl::ByteCursor& source, SerializationContext& ctx, const ElementMaker& make,
-                   IEEE802_11_ElementSequence& sequence) {
-    constexpr std::size_t header = 2;
-    sequence.clear();
-    while (source.remaining() != 0) {
-        const std::span<const std::uint8_t> rest = source.rest();
-        if (rest.size() < header || rest.size() - header < rest[1]) {
-            throw SerializationException("Invalid length");
-        }
-        // An element without room for an extension is none that has a class.
-        const std::uint8_t extension =
-            rest[1] > 0 ? rest[header]
-                        : static_cast<std::uint8_t>(IEEE802_11_Element_ID_Extension::NO_EXTENSION);
-        auto element = make(static_cast<IEEE802_11_Element_ID>(rest[0]),
-                            static_cast<IEEE802_11_Element_ID_Extension>(extension));
-        element->deserialize_from(source, ctx);
-        sequence.add_element(std::move(element), rest.first(rest.size() - source.remaining()));
-    }
 }
 
 void visit_sequence(IEEE802_11_FieldVisitor& visitor, std::string_view name,

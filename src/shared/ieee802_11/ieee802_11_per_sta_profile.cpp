@@ -157,7 +157,7 @@ void IEEE802_11_PerSTAProfile::visit_fields(IEEE802_11_FieldVisitor& visitor) co
         Layout::StaInfo::visit(*this, visitor);
     }
     if (capability_information_) {
-        layout::visit_value(visitor, "capability_information", *capability_information_);
+        visitor.number("capability_information", capability_information_->to_ulong());
         visit_sequence(visitor, "elements", elements_);
     }
 }
