@@ -4,6 +4,7 @@
 #include <sstream>
 #include <utility>
 
+#include "ieee802_11/element_body.hpp"
 #include "ieee802_11/element_sequence.hpp"
 #include "nuv/ieee802_11/ieee802_11_field_visitor.hpp"
 
@@ -57,6 +58,33 @@ void visit_sequence(IEEE802_11_FieldVisitor& visitor, std::string_view name,
         visitor.close_object();
     }
     visitor.close_list();
+}
+
+void assign_element(IEEE802_11_FieldSource& source,
+                    std::unique_ptr<IEEE802_11_Element_Base> element,
+                    IEEE802_11_Element_ID_Extension extension,
+                    IEEE802_11_ElementSequence& sequence) {
+    try {
+        if (!element->is_dummy()) {
+            element->assign_fields(source);
+            sequence.add_element(std::move(element));
+            return;
+        }
+        std::vector<std::uint8_t> content = source.octets("body_hex");
+        if (element->get_type() == IEEE802_11_Element_ID::ELEMENT_ID_EXTENSION) {
+            content.insert(content.begin(), static_cast<std::uint8_t>(extension));
+        }
+        if (content.size() > max_content) {
+            source.fail("more than 255 octets");
+        }
+        content.insert(content.begin(), {static_cast<std::uint8_t>(element->get_type()),
+                                         static_cast<std::uint8_t>(content.size())});
+        SerializationContext ctx;
+        element->deserialize(content, ctx);
+        sequence.add_element(std::move(element), content);
+    } catch (const serialization::SerializationException& e) {
+        source.fail(e.what());
+    }
 }
 
 }  // namespace nuv::ieee802_11
