@@ -129,6 +129,7 @@ public:
     void visit_fields(IEEE802_11_FieldVisitor& visitor) const override;
     void deserialize_from(impl::ByteCursor& source,
                           serialization::SerializationContext& ctx) override;
+    void assign_fields(IEEE802_11_FieldSource& source) override;
 
 protected:
     bool equal_fields(const IEEE802_11_MeasurementReportFieldBase& other) const override;
@@ -143,6 +144,7 @@ private:
     static Size size_of(const IEEE802_11_DummyElement& subelement);
     static OptionalSize size_of(const SubElement& subelement);
     static SubElement make_subelement(IEEE802_11_Element_ID id, OptionalSize size);
+    void clear_subelements();
     template <class Source>
     void read_from(Source& source, serialization::SerializationContext& ctx);
 

@@ -17,7 +17,7 @@ namespace nuv::ieee802_11 {
 class NUV_EXPORT IEEE802_11_ElementSequence {
 public:
     using ElementPtr = std::unique_ptr<const IEEE802_11_Element_Base>;
-    using Octets = SmallVector<std::uint8_t, 112>;
+    using Octets = SmallVector<std::uint8_t, 160>;
 
     std::size_t size() const { return items_.size(); }
     bool empty() const { return items_.empty(); }

@@ -59,6 +59,7 @@ public:
     /// Deliberate: kept in 8 bits. The Length octet, this minus 2, is the same as without.
     std::uint32_t get_length() const override;
     void visit_fields(IEEE802_11_FieldVisitor& visitor) const override;
+    void assign_fields(IEEE802_11_FieldSource& source) override;
 
 protected:
     void check_fields() const override;

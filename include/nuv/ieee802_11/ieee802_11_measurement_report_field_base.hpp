@@ -16,6 +16,7 @@ class ByteCursor;
 
 namespace nuv::ieee802_11 {
 
+class IEEE802_11_FieldSource;
 class IEEE802_11_FieldVisitor;
 
 /// What a Measurement Report element carries behind its type (IEEE Std 802.11-2020, 9.4.2.21): one
@@ -46,6 +47,9 @@ public:
     /// Reads from the library's own source of octets.
     virtual void deserialize_from(impl::ByteCursor& source,
                                   serialization::SerializationContext& ctx) = 0;
+
+    /// Takes every field from `source`, as visit_fields() shows them. Throws what the source throws.
+    virtual void assign_fields(IEEE802_11_FieldSource& source) = 0;
 
 protected:
     explicit IEEE802_11_MeasurementReportFieldBase(std::uint8_t max_consume_length)

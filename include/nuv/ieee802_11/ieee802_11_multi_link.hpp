@@ -3,6 +3,7 @@
 
 #include <bitset>
 #include <cstdint>
+#include <memory>
 #include <optional>
 
 #include "nuv/export.hpp"
@@ -112,6 +113,7 @@ public:
     IEEE802_11_Element_ID get_type() const override;
     IEEE802_11_Element_ID_Extension get_extension_type() const override;
     void visit_fields(IEEE802_11_FieldVisitor& visitor) const override;
+    void assign_fields(IEEE802_11_FieldSource& source) override;
 
 protected:
     void check_id(std::uint8_t id) const override;
@@ -126,6 +128,7 @@ private:
     struct Layout;
 
     // Bits of the control field.
+    static constexpr unsigned type_bits = 3;
     static constexpr unsigned long type_mask = 0x7;
     static constexpr std::size_t link_id = 4;
     static constexpr std::size_t change_count = 5;
@@ -144,6 +147,9 @@ private:
         control_[bit] = value.has_value();
         field = value.value_or(T{});
     }
+
+    std::unique_ptr<IEEE802_11_Element_Base> make_subelement(
+        IEEE802_11_Element_ID id, IEEE802_11_Element_ID_Extension extension) const;
 
     Mode mode_ = Mode::ELEMENT;
     std::bitset<16> control_;

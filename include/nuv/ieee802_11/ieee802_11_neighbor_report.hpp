@@ -46,6 +46,10 @@ public:
         virtual void deserialize_from(impl::ByteCursor& source,
                                       serialization::SerializationContext& ctx) = 0;
 
+        /// Takes every field from `source`, as visit_fields() shows them. Throws what the source
+        /// throws.
+        virtual void assign_fields(IEEE802_11_FieldSource& source) = 0;
+
     protected:
         SubElementBase() = default;
         // Subelements are owned one by one.
@@ -86,6 +90,7 @@ public:
         void visit_fields(IEEE802_11_FieldVisitor& visitor) const override;
         void deserialize_from(impl::ByteCursor& source,
                               serialization::SerializationContext& ctx) override;
+        void assign_fields(IEEE802_11_FieldSource& source) override;
 
     protected:
         bool equal_fields(const SubElementBase& other) const override;
@@ -119,6 +124,7 @@ public:
         void visit_fields(IEEE802_11_FieldVisitor& visitor) const override;
         void deserialize_from(impl::ByteCursor& source,
                               serialization::SerializationContext& ctx) override;
+        void assign_fields(IEEE802_11_FieldSource& source) override;
 
     protected:
         bool equal_fields(const SubElementBase& other) const override;
@@ -148,6 +154,7 @@ public:
         void visit_fields(IEEE802_11_FieldVisitor& visitor) const override;
         void deserialize_from(impl::ByteCursor& source,
                               serialization::SerializationContext& ctx) override;
+        void assign_fields(IEEE802_11_FieldSource& source) override;
 
     protected:
         bool equal_fields(const SubElementBase& other) const override;
@@ -202,6 +209,7 @@ public:
     /// the same as without.
     std::uint32_t get_length() const override;
     void visit_fields(IEEE802_11_FieldVisitor& visitor) const override;
+    void assign_fields(IEEE802_11_FieldSource& source) override;
 
 protected:
     void check_fields() const override;

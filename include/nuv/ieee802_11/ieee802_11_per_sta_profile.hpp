@@ -3,6 +3,7 @@
 
 #include <bitset>
 #include <cstdint>
+#include <memory>
 #include <optional>
 
 #include "nuv/export.hpp"
@@ -110,6 +111,7 @@ public:
 
     std::uint32_t get_length() const override;
     void visit_fields(IEEE802_11_FieldVisitor& visitor) const override;
+    void assign_fields(IEEE802_11_FieldSource& source) override;
 
 protected:
     /// "Invalid length" if the STA Info is longer than its length octet can say.
@@ -123,6 +125,7 @@ private:
     struct Layout;
 
     // Bits of STA Control.
+    static constexpr unsigned link_id_bits = 4;
     static constexpr unsigned long link_id_mask = 0xF;
     static constexpr std::size_t complete = 4;
     static constexpr std::size_t mac_address = 5;
@@ -143,6 +146,9 @@ private:
         field = value.value_or(T{});
         has_sta_info_ = true;
     }
+
+    std::unique_ptr<IEEE802_11_Element_Base> make_element(
+        IEEE802_11_Element_ID id, IEEE802_11_Element_ID_Extension extension) const;
 
     std::bitset<16> sta_control_;
     bool has_sta_info_ = true;  // absent where nothing but the link is told

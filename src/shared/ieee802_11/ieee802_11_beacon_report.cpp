@@ -147,12 +147,15 @@ void IEEE802_11_BeaconReport::serialize_impl(std::ostream& os, SerializationCont
     });
 }
 
-template <class Source>
-void IEEE802_11_BeaconReport::read_from(Source& source, SerializationContext& ctx) {
+void IEEE802_11_BeaconReport::clear_subelements() {
     reported_frame_body_.reset();
     wide_bandwidth_channel_switch_.reset();
     vendor_specific_.clear();
+}
 
+template <class Source>
+void IEEE802_11_BeaconReport::read_from(Source& source, SerializationContext& ctx) {
+    clear_subelements();
     std::array<std::uint8_t, Layout::fields::fixed_length> room{};
     impl::ByteCursor fixed(take(source, room));
     Layout::fields::read(*this, fixed);
@@ -248,6 +251,27 @@ void IEEE802_11_BeaconReport::visit_fields(IEEE802_11_FieldVisitor& visitor) con
         visitor.close_object();
     });
     visitor.close_list();
+}
+
+void IEEE802_11_BeaconReport::assign_fields(IEEE802_11_FieldSource& source) {
+    Layout::fields::assign(*this, source);
+    clear_subelements();
+    for (std::size_t count = source.open_list("subelements"); count > 0; --count) {
+        source.open_object({});
+        const auto id = static_cast<IEEE802_11_Element_ID>(source.number("id", 8));
+        const auto size = static_cast<Size>(source.number("length", 8));
+        if (id == VENDOR_SPECIFIC_ID) {
+            vendor_specific_.push_back(size);
+        } else if (id == REPORTED_FRAME_BODY_ID && !reported_frame_body_) {
+            reported_frame_body_ = size;
+        } else if (id == WIDE_BANDWIDTH_CHANNEL_SWITCH_ID && !wide_bandwidth_channel_switch_) {
+            wide_bandwidth_channel_switch_ = size;
+        } else {
+            source.fail("a beacon report has no such subelement, or has it once");
+        }
+        source.close_object();
+    }
+    source.close_list();
 }
 
 }  // namespace nuv::ieee802_11

@@ -4,14 +4,13 @@
 #include <sstream>
 #include <utility>
 
+#include "ieee802_11/element_body.hpp"
 #include "ieee802_11/element_sequence.hpp"
 #include "nuv/ieee802_11/ieee802_11_field_visitor.hpp"
-#include "nuv/serialization_exception.hpp"
 
 namespace nuv::ieee802_11 {
 
 using serialization::SerializationContext;
-using serialization::SerializationException;
 
 std::span<const std::uint8_t> IEEE802_11_ElementSequence::octets_of(std::size_t index) const {
     const std::size_t begin = index == 0 ? 0 : items_[index - 1].end;
@@ -38,26 +37,6 @@ void IEEE802_11_ElementSequence::clear() {
     octets_.clear();
 }
 
-void read_sequence(impl::ByteCursor& source, SerializationContext& ctx, const ElementMaker& make,
-                   IEEE802_11_ElementSequence& sequence) {
-    constexpr std::size_t header = 2;
-    sequence.clear();
-    while (source.remaining() != 0) {
-        const std::span<const std::uint8_t> rest = source.rest();
-        if (rest.size() < header || rest.size() - header < rest[1]) {
-            throw SerializationException("Invalid length");
-        }
-        // An element without room for an extension is none that has a class.
-        const std::uint8_t extension =
-            rest[1] > 0 ? rest[header]
-                        : static_cast<std::uint8_t>(IEEE802_11_Element_ID_Extension::NO_EXTENSION);
-        auto element = make(static_cast<IEEE802_11_Element_ID>(rest[0]),
-                            static_cast<IEEE802_11_Element_ID_Extension>(extension));
-        element->deserialize_from(source, ctx);
-        sequence.add_element(std::move(element), rest.first(rest.size() - source.remaining()));
-    }
-}
-
 void visit_sequence(IEEE802_11_FieldVisitor& visitor, std::string_view name,
                     const IEEE802_11_ElementSequence& sequence) {
     visitor.open_list(name);
@@ -79,6 +58,33 @@ void visit_sequence(IEEE802_11_FieldVisitor& visitor, std::string_view name,
         visitor.close_object();
     }
     visitor.close_list();
+}
+
+void assign_element(IEEE802_11_FieldSource& source,
+                    std::unique_ptr<IEEE802_11_Element_Base> element,
+                    IEEE802_11_Element_ID_Extension extension,
+                    IEEE802_11_ElementSequence& sequence) {
+    try {
+        if (!element->is_dummy()) {
+            element->assign_fields(source);
+            sequence.add_element(std::move(element));
+            return;
+        }
+        std::vector<std::uint8_t> content = source.octets("body_hex");
+        if (element->get_type() == IEEE802_11_Element_ID::ELEMENT_ID_EXTENSION) {
+            content.insert(content.begin(), static_cast<std::uint8_t>(extension));
+        }
+        if (content.size() > max_content) {
+            source.fail("more than 255 octets");
+        }
+        content.insert(content.begin(), {static_cast<std::uint8_t>(element->get_type()),
+                                         static_cast<std::uint8_t>(content.size())});
+        SerializationContext ctx;
+        element->deserialize(content, ctx);
+        sequence.add_element(std::move(element), content);
+    } catch (const serialization::SerializationException& e) {
+        source.fail(e.what());
+    }
 }
 
 }  // namespace nuv::ieee802_11

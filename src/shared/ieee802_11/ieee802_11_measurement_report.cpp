@@ -3,6 +3,7 @@
 
 #include <ostream>
 #include <stdexcept>
+#include <string_view>
 
 #include "ieee802_11/element_layout.hpp"
 #include "nuv/ieee802_11/ieee802_11_beacon_report.hpp"
@@ -11,6 +12,12 @@ namespace nuv::ieee802_11 {
 
 using serialization::SerializationContext;
 using serialization::SerializationException;
+
+namespace {
+
+constexpr std::string_view field_name = "measurement_report_field";
+
+}  // namespace
 
 /// | offset | size | field                    | clause                                           |
 /// |--------|------|--------------------------|--------------------------------------------------|
@@ -129,9 +136,22 @@ bool IEEE802_11_MeasurementReport::equal_fields(const IEEE802_11_Element_Base& o
 void IEEE802_11_MeasurementReport::visit_fields(IEEE802_11_FieldVisitor& visitor) const {
     Layout::fields::visit(*this, visitor);
     if (measurement_report_field_ != nullptr) {
-        visitor.open_object("measurement_report_field");
+        visitor.open_object(field_name);
         measurement_report_field_->visit_fields(visitor);
         visitor.close_object();
+    }
+}
+
+void IEEE802_11_MeasurementReport::assign_fields(IEEE802_11_FieldSource& source) {
+    Layout::fields::assign(*this, source);
+    measurement_report_field_.reset();
+    if (source.has(field_name)) {
+        source.open_object(field_name);
+        if (!create_measurement_report_field(measurement_type_, 0)) {
+            source.fail("only beacon reports have one");
+        }
+        measurement_report_field_->assign_fields(source);
+        source.close_object();
     }
 }
 

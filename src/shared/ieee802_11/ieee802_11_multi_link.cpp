@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "nuv/ieee802_11/ieee802_11_multi_link.hpp"
 
+#include <functional>
 #include <stdexcept>
 
 #include "ieee802_11/element_layout.hpp"
@@ -122,6 +123,18 @@ void IEEE802_11_MultiLink::write_body(std::ostream& os, SerializationContext& ct
     Octets::serialize(os, ctx, {link_info_.octets().data(), link_info_.octets().size()});
 }
 
+std::unique_ptr<IEEE802_11_Element_Base> IEEE802_11_MultiLink::make_subelement(
+    IEEE802_11_Element_ID id, IEEE802_11_Element_ID_Extension /*none*/) const {
+    if (id != IEEE802_11_PerSTAProfile::ELEMENT_ID) {
+        return std::make_unique<IEEE802_11_DummyElement>(id);
+    }
+    auto profile = std::make_unique<IEEE802_11_PerSTAProfile>();
+    if (eht_maps_) {
+        profile->inherit_eht_maps(*eht_maps_);
+    }
+    return profile;
+}
+
 void IEEE802_11_MultiLink::read_body(impl::ByteCursor& body, SerializationContext& ctx) {
     layout::require_whole(body);
     // The Common Info Length is always there.
@@ -141,18 +154,8 @@ void IEEE802_11_MultiLink::read_body(impl::ByteCursor& body, SerializationContex
         return;
     }
     Layout::CommonInfo::read(*this, body);
-    const auto make = [this](IEEE802_11_Element_ID id, IEEE802_11_Element_ID_Extension /*none*/)
-        -> std::unique_ptr<IEEE802_11_Element_Base> {
-        if (id != IEEE802_11_PerSTAProfile::ELEMENT_ID) {
-            return std::make_unique<IEEE802_11_DummyElement>(id);
-        }
-        auto profile = std::make_unique<IEEE802_11_PerSTAProfile>();
-        if (eht_maps_) {
-            profile->inherit_eht_maps(*eht_maps_);
-        }
-        return profile;
-    };
-    read_sequence(body, ctx, make, link_info_);
+    read_sequence(body, ctx, std::bind_front(&IEEE802_11_MultiLink::make_subelement, this),
+                  link_info_);
 }
 
 bool IEEE802_11_MultiLink::equal_fields(const IEEE802_11_Element_Base& other) const {
@@ -170,6 +173,21 @@ void IEEE802_11_MultiLink::visit_fields(IEEE802_11_FieldVisitor& visitor) const 
     }
     Layout::CommonInfo::visit(*this, visitor);
     visit_sequence(visitor, "link_info", link_info_);
+}
+
+void IEEE802_11_MultiLink::assign_fields(IEEE802_11_FieldSource& source) {
+    layout::assign_value(source, "control", control_);
+    control_ = (control_.to_ulong() & ~type_mask) | source.number("type", type_bits);
+    Layout::CommonInfo::clear(*this);
+    link_info_.clear();
+    body_.clear();
+    if (!is_basic()) {
+        body_ = source.octets("body_hex");
+        return;
+    }
+    Layout::CommonInfo::assign(*this, source);
+    assign_sequence(source, "link_info",
+                    std::bind_front(&IEEE802_11_MultiLink::make_subelement, this), link_info_);
 }
 
 }  // namespace nuv::ieee802_11

@@ -94,6 +94,10 @@ void Report::BSSTransitionCandidatePreference::visit_fields(
     visitor.number("preference", preference_);
 }
 
+void Report::BSSTransitionCandidatePreference::assign_fields(IEEE802_11_FieldSource& source) {
+    preference_ = static_cast<std::uint8_t>(source.number("preference", 8));
+}
+
 // --- Basic Multi-Link
 
 Report::BasicMultiLinkSubElement::BasicMultiLinkSubElement(const MACAddress& mld_mac_address)
@@ -136,6 +140,10 @@ void Report::BasicMultiLinkSubElement::visit_fields(IEEE802_11_FieldVisitor& vis
     element_.visit_fields(visitor);
 }
 
+void Report::BasicMultiLinkSubElement::assign_fields(IEEE802_11_FieldSource& source) {
+    element_.assign_fields(source);
+}
+
 // --- Every other subelement
 
 void Report::DummySubElement::serialize_impl(std::ostream& os, SerializationContext& ctx) const {
@@ -169,6 +177,10 @@ bool Report::DummySubElement::equal_fields(const SubElementBase& other) const {
 
 void Report::DummySubElement::visit_fields(IEEE802_11_FieldVisitor& visitor) const {
     visitor.octets("payload_hex", payload_);
+}
+
+void Report::DummySubElement::assign_fields(IEEE802_11_FieldSource& source) {
+    payload_ = source.octets("payload_hex");
 }
 
 // --- The report
@@ -275,6 +287,21 @@ void Report::visit_fields(IEEE802_11_FieldVisitor& visitor) const {
         visitor.close_object();
     }
     visitor.close_list();
+}
+
+void Report::assign_fields(IEEE802_11_FieldSource& source) {
+    Layout::fields::assign(*this, source);
+    sub_elements_.clear();
+    for (std::size_t count = source.open_list("subelements"); count > 0; --count) {
+        source.open_object({});
+        SubElementPtr sub = make_sub_element(static_cast<SubID>(source.number("id", 8)));
+        source.open_object("fields");
+        sub->assign_fields(source);
+        source.close_object();
+        source.close_object();
+        sub_elements_.push_back(std::move(sub));
+    }
+    source.close_list();
 }
 
 std::ostream& operator<<(std::ostream& os, const IEEE802_11_NeighborReport& report) {

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "nuv/ieee802_11/ieee802_11_per_sta_profile.hpp"
 
+#include <functional>
 #include <stdexcept>
+#include <string>
 
 #include "ieee802_11/element_factory.hpp"
 #include "ieee802_11/element_layout.hpp"
@@ -108,6 +110,21 @@ void IEEE802_11_PerSTAProfile::write_body(std::ostream& os, SerializationContext
     }
 }
 
+std::unique_ptr<IEEE802_11_Element_Base> IEEE802_11_PerSTAProfile::make_element(
+    IEEE802_11_Element_ID id, IEEE802_11_Element_ID_Extension extension) const {
+    using Ext = IEEE802_11_Element_ID_Extension;
+    // A profile holds no links of its own: deeper nesting is not followed.
+    if (extension == Ext::MULTI_LINK) {
+        extension = Ext::NO_EXTENSION;
+    }
+    std::optional<IEEE802_11_EHTMaps> maps;
+    if (extension == Ext::EHT_CAPABILITIES) {
+        const auto* he = elements_.find<IEEE802_11_HECapabilities>();
+        maps = he != nullptr ? factory::eht_maps(*he) : eht_maps_;
+    }
+    return factory::make_element(id, extension, maps ? &*maps : nullptr);
+}
+
 void IEEE802_11_PerSTAProfile::read_body(impl::ByteCursor& body, SerializationContext& ctx) {
     layout::require_whole(body);
     if (body.remaining() < sta_control_size) {
@@ -127,20 +144,8 @@ void IEEE802_11_PerSTAProfile::read_body(impl::ByteCursor& body, SerializationCo
         }
         body.read(capability_information_.emplace());
     }
-    const auto make = [this](IEEE802_11_Element_ID id, IEEE802_11_Element_ID_Extension extension) {
-        using Ext = IEEE802_11_Element_ID_Extension;
-        // A profile holds no links of its own: deeper nesting is not followed.
-        if (extension == Ext::MULTI_LINK) {
-            extension = Ext::NO_EXTENSION;
-        }
-        std::optional<IEEE802_11_EHTMaps> maps;
-        if (extension == Ext::EHT_CAPABILITIES) {
-            const auto* he = elements_.find<IEEE802_11_HECapabilities>();
-            maps = he != nullptr ? factory::eht_maps(*he) : eht_maps_;
-        }
-        return factory::make_element(id, extension, maps ? &*maps : nullptr);
-    };
-    read_sequence(body, ctx, make, elements_);
+    read_sequence(body, ctx, std::bind_front(&IEEE802_11_PerSTAProfile::make_element, this),
+                  elements_);
 }
 
 bool IEEE802_11_PerSTAProfile::equal_fields(const IEEE802_11_Element_Base& other) const {
@@ -157,8 +162,26 @@ void IEEE802_11_PerSTAProfile::visit_fields(IEEE802_11_FieldVisitor& visitor) co
         Layout::StaInfo::visit(*this, visitor);
     }
     if (capability_information_) {
-        layout::visit_value(visitor, "capability_information", *capability_information_);
+        visitor.number("capability_information", capability_information_->to_ulong());
         visit_sequence(visitor, "elements", elements_);
+    }
+}
+
+void IEEE802_11_PerSTAProfile::assign_fields(IEEE802_11_FieldSource& source) {
+    layout::assign_value(source, "sta_control", sta_control_);
+    set_link_id(static_cast<std::uint8_t>(source.number("link_id", link_id_bits)));
+    has_sta_info_ = source.has("sta_info_surplus");
+    if (has_sta_info_) {
+        Layout::StaInfo::assign(*this, source);
+    } else {
+        Layout::StaInfo::clear(*this);
+    }
+    capability_information_.reset();
+    elements_.clear();
+    if (source.has("capability_information")) {
+        set_capability_information(source.number("capability_information", 16));
+        assign_sequence(source, "elements",
+                        std::bind_front(&IEEE802_11_PerSTAProfile::make_element, this), elements_);
     }
 }
 

@@ -19,6 +19,11 @@ void IEEE802_11_LayoutElement<Derived, ID, ExtID>::visit_fields(
 }
 
 template <class Derived, IEEE802_11_Element_ID ID, IEEE802_11_Element_ID_Extension ExtID>
+void IEEE802_11_LayoutElement<Derived, ID, ExtID>::assign_fields(IEEE802_11_FieldSource& source) {
+    Derived::Layout::fields::assign(static_cast<Derived&>(*this), source);
+}
+
+template <class Derived, IEEE802_11_Element_ID ID, IEEE802_11_Element_ID_Extension ExtID>
 void IEEE802_11_LayoutElement<Derived, ID, ExtID>::check_fields() const {
     if constexpr (requires(const Derived& e) { Derived::Layout::check_fields(e); }) {
         Derived::Layout::check_fields(static_cast<const Derived&>(*this));
