@@ -4,7 +4,9 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdio>
+#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <map>
@@ -240,6 +242,20 @@ std::string line_of(const Octets& octets) {
     return text + "\n";
 }
 
+const std::string inherited = "the Length of the Non-Inheritance inside counts one octet more";
+
+/// The Non-Inheritance elements in the profiles of the samples as the library writes them.
+std::string with_long_non_inheritance(std::string hex) {
+    for (const auto& [from, to] :
+         {std::pair{"ff0538022dbf00", "ff0638022dbf00"}, {"ff043801bf00", "ff053801bf00"}}) {
+        const auto at = hex.find(from);
+        if (at != std::string::npos) {
+            hex.replace(at, std::strlen(from), to);
+        }
+    }
+    return hex;
+}
+
 const std::string decode_encode = "decode c.pcap | '" NUVCTL "' encode";
 
 TEST_F(NuvctlTest, EncodesWhatItDecodedWhereNoOddityStandsInTheWay) {
@@ -250,6 +266,9 @@ TEST_F(NuvctlTest, EncodesWhatItDecodedWhereNoOddityStandsInTheWay) {
         {"element_extended_supported_rates-none", "an empty list is not written"},
         {"element_ht_capabilities-four_octets_more", "surplus octets are not kept"},
         {"element_mobility_domain-two_octets_more", "surplus octets are not kept"},
+        {"element_multi_link-elements_keep_their_octets",
+         "its elements keep neither surplus octets nor empty parts"},
+        {"element_multi_link-one_profile", inherited},
         {"element_non_inheritance-most_ids", "the Length would count 256 octets"},
         {"element_non_inheritance-nothing", "the Length counts one octet more"},
         {"element_non_inheritance-one_octet_more", "surplus octets are not kept"},
@@ -261,19 +280,29 @@ TEST_F(NuvctlTest, EncodesWhatItDecodedWhereNoOddityStandsInTheWay) {
         {"element_supported_operating_classes-empty_extension_before_duples",
          "a lone delimiter is lost"},
         {"element_supported_rates-none", "an empty list is not written"},
+        {"fragmented_multi_link-an_empty_fragment_ends_it", "an empty fragment is not written"},
     };
     const Octets fixed = from_hex("3104 0A00 0002 6869");
     std::set<std::string> seen;
-    for (const Sample& sample : elements()) {
+    std::vector<Sample> samples = elements();
+    std::ranges::move(vectors("fragmented_"), std::back_inserter(samples));
+    for (const Sample& sample : samples) {
         capture("c.pcap", 105, {from_hex(mac) + fixed + sample.octets});
         const Outcome outcome = nuvctl(decode_encode);
-        if (has(outcome.out + outcome.err, "without preceding HE") ||
-            has(outcome.err, "could not be read")) {
-            continue;  // the stations have them
+        if (has(outcome.err, "could not be read")) {
+            continue;  // EHT Capabilities without HE Capabilities; the stations have them
         }
-        const bool odd = oddities.contains(sample.name);
-        const Octets& expected = odd ? sample.written : sample.octets;
-        EXPECT_EQ(outcome.out, sample.refused.empty() || !odd ? line_of(fixed + expected) : "")
+        const auto oddity = oddities.find(sample.name);
+        const bool odd = oddity != oddities.end();
+        std::string expected = line_of(fixed + (odd ? sample.written : sample.octets));
+        if (odd && oddity->second == inherited) {
+            expected = with_long_non_inheritance(expected);
+        } else if (sample.name == "element_multi_link-elements_keep_their_octets") {
+            expected = line_of(fixed + from_hex("FF366B 0000 07 024E555670BE 002A 1000 01 1111"
+                                                "01028284 DD050A4E560102 FF0538012D00"
+                                                "3006010000000000 FF0A6B000007024E555670BE"));
+        }
+        EXPECT_EQ(outcome.out, odd && !sample.refused.empty() ? "" : expected)
             << sample.name << outcome.err;
         EXPECT_EQ(has(outcome.err, "elements[1].fields: " + sample.refused),
                   odd && !sample.refused.empty())
@@ -286,29 +315,25 @@ TEST_F(NuvctlTest, EncodesWhatItDecodedWhereNoOddityStandsInTheWay) {
 }
 
 TEST_F(NuvctlTest, EncodesTheSampleCaptureIntoLinesOfHexAndIntoACapture) {
-    const std::string pcap = "decode - < " NUV_SOURCE_DIR "/examples/stations.pcap";
+    const std::string encode = "| '" NUVCTL "' encode ";
+    const std::string decode = "decode - < " NUV_SOURCE_DIR "/examples/stations.pcap ";
     std::string bodies;
     for (const Sample& station : stations()) {
         bodies += line_of({station.octets.begin() + mac_header_length, station.octets.end()});
     }
+    bodies = with_long_non_inheritance(bodies);
     // One station's RSN element ends with zero capabilities, which are not written.
     const auto zero = bodies.find("30140100000fac040100000fac040100000fac020000");
     ASSERT_NE(zero, std::string::npos);
     bodies.replace(zero, 4, "3012").erase(zero + 40, 4);
-    EXPECT_EQ(nuvctl(pcap + "| '" NUVCTL "' encode").out, bodies);
-    EXPECT_EQ(nuvctl("decode --pretty - < " NUV_SOURCE_DIR "/examples/stations.pcap | '" NUVCTL
-                     "' encode --output lines -")
-                  .out,
-              "");
+    EXPECT_EQ(nuvctl(decode + encode).out, bodies);
+    EXPECT_EQ(nuvctl(decode + "--pretty " + encode + "--output lines -").out, "");
     EXPECT_EQ(content("lines"), bodies);
 
-    nuvctl(pcap + "| '" NUVCTL "' encode --format pcap --output again.pcap");
-    const std::string again = "decode - < again.pcap";
-    const Outcome outcome =
-        nuvctl(again + " | '" NUVCTL "' encode --format pcap | cmp - again.pcap");
-    EXPECT_EQ(outcome.status, 0) << outcome.err;
-    const auto first_line = [](const std::string& text) { return text.substr(0, text.find('\n')); };
-    EXPECT_EQ(first_line(nuvctl(again).out), first_line(nuvctl(pcap).out));
+    const Outcome again =
+        nuvctl(decode + "| head -n 2" + encode + "--format pcap | '" NUVCTL "' decode -");
+    EXPECT_EQ(again.out, nuvctl(decode + "| head -n 2").out);
+    EXPECT_EQ(again.err, "");
 }
 
 TEST_F(NuvctlTest, RefusesWhatItCannotEncodeWithItsPath) {

@@ -58,12 +58,23 @@ void ElementMaker::remember(const nuv::ieee802_11::IEEE802_11_Element_Base& elem
 }
 
 std::vector<Element> read_elements(Octets body, std::size_t begin) {
+    constexpr std::size_t header = 2;
+    constexpr std::size_t max_length = 255;
+    constexpr std::uint8_t fragment_id = 242;
     ElementMaker maker;
     std::vector<Element> elements;
     for (std::size_t at = begin; at < body.size();) {
         Element element = read_element(body.subspan(at), maker);
         element.offset = at;
-        at += std::size_t{2} + element.length.value_or(0);
+        at += header + element.length.value_or(0);
+        // What was put together of this element and the fragments behind it is one element.
+        if (element.typed != nullptr && element.typed->get_length() > header + max_length) {
+            std::size_t length = max_length;
+            while (length == max_length && at + header <= body.size() && body[at] == fragment_id) {
+                length = body[at + 1];
+                at += header + length;
+            }
+        }
         elements.push_back(std::move(element));
     }
     return elements;
