@@ -50,6 +50,33 @@ TEST(MobilityDomain, WritesItsIdentifierMostSignificantOctetFirst) {
     EXPECT_EQ(read_as<IEEE802_11_MobilityDomain>("36 03 12 34 02").get_mdid(), 0x1234);
 }
 
+TEST(StandardValues, AreTheLibrarysWithTheirOctetsInReverse) {
+    const auto check = [](auto object, const std::string& hex, auto get, auto set, unsigned value) {
+        serialization::SerializationContext ctx;
+        object.deserialize(test::from_hex(hex), ctx);
+        EXPECT_EQ((object.*get)(), value) << hex;
+        (object.*set)(0);
+        (object.*set)(static_cast<decltype((object.*get)())>(value));
+        EXPECT_EQ(test::written(object), hex);
+    };
+    using Frame = AssocRequestFrame;
+    check(Frame(), "00 00 0a 01 00 00", &Frame::get_listen_interval_standard,
+          &Frame::set_listen_interval_standard, 0x010A);
+    using Domain = IEEE802_11_MobilityDomain;
+    check(Domain(), "36 03 34 12 02", &Domain::get_mdid_standard, &Domain::set_mdid_standard,
+          0x1234);
+    using Operation = IEEE802_11_EHTOperation;
+    check(Operation(), "ff 08 6a 02 44 33 22 11 0c 30", &Operation::get_basic_mcs_nss_set_standard,
+          &Operation::set_basic_mcs_nss_set_standard, 0x11223344);
+    check(Operation(), "ff 08 6a 02 44 33 22 11 0c 30",
+          &Operation::get_disabled_subchannel_bitmap_standard,
+          &Operation::set_disabled_subchannel_bitmap_standard, 0x300C);
+    using EHT = IEEE802_11_EHTCapabilities;
+    check(EHT(true, false, false), "ff 10 6c 00 00 00 00 00 00 00 00 00 00 00 22 11 01 00",
+          &EHT::get_20_mhz_only_non_ap_sta_mcs_nss_map_standard,
+          &EHT::set_20_mhz_only_non_ap_sta_mcs_nss_map_standard, 0x00011122);
+}
+
 TEST(SupportedChannels, HoldUpTo127Pairs) {
     IEEE802_11_SupportedChannels element;
     element.add_supported_channel(36, 4);
