@@ -14,6 +14,7 @@
 #include "nuv/ieee802_11/ieee802_11_element_id.hpp"
 #include "nuv/ieee802_11/ieee802_11_extended_supported_rates_bss_membership_selector.hpp"
 #include "nuv/ieee802_11/ieee802_11_extendend_capabilities.hpp"
+#include "nuv/ieee802_11/ieee802_11_field_source.hpp"
 #include "nuv/ieee802_11/ieee802_11_field_visitor.hpp"
 #include "nuv/ieee802_11/ieee802_11_he_capabilities.hpp"
 #include "nuv/ieee802_11/ieee802_11_ht_capabilities.hpp"

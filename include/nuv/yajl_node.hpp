@@ -5,6 +5,7 @@
 #include <iosfwd>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "nuv/export.hpp"
 #include "nuv/json_integer.hpp"
@@ -29,6 +30,9 @@ public:
 
     /// True when this is an object with a member `key`, whatever its type.
     bool probe_name(const std::string& key) const;
+
+    /// Lists the names of the members, in their order; false when this is no object.
+    bool get_names(std::vector<std::string>& names) const;
 
     /// Finds the object that is the member `key`. `out` may be this node, unless it owns the tree.
     bool get_object(const std::string& key, YAJLNode& out) const;

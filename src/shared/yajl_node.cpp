@@ -68,6 +68,15 @@ bool YAJLNode::borrow(yajl_val_s* value, YAJLNode& out) const {
     return true;
 }
 
+bool YAJLNode::get_names(std::vector<std::string>& names) const {
+    const auto* object = YAJL_GET_OBJECT(value_.get());
+    if (object == nullptr) {
+        return false;
+    }
+    names.assign(object->keys, object->keys + object->len);
+    return true;
+}
+
 bool YAJLNode::get_object(const std::string& key, YAJLNode& out) const {
     return borrow(member(value_.get(), key, yajl_t_object), out);
 }

@@ -67,6 +67,9 @@ TEST(YAJLNode, BorrowedNodesWalkATreeThatMovesToAnotherOwner) {
     YAJLNode owner = parse("[]");
     owner = std::move(root);
     EXPECT_TRUE(cursor.probe_name("b") && !cursor.probe_name("a"));
+    std::vector<std::string> names;
+    EXPECT_TRUE(cursor.get_names(names) && names == std::vector<std::string>{"b"});
+    EXPECT_FALSE(YAJLNode().get_names(names) || parse("[1]").get_names(names) || names.size() != 1);
     EXPECT_FALSE(cursor.get_array_size(size) || cursor.get_array_element(0, cursor) || size != 9);
     EXPECT_TRUE(cursor.get_array("b", cursor) && cursor.get_array_size(size) && size == 2);
     EXPECT_FALSE(cursor.get_array_element(2, cursor));

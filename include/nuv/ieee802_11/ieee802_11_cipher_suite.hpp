@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 #include "nuv/binary_serializable_type.hpp"
 #include "nuv/export.hpp"
@@ -37,6 +38,8 @@ struct IEEE802_11_CipherSuite {
 
     /// The OUI as the standard writes it and the type in decimal: "00-0F-AC:4".
     NUV_EXPORT std::string to_string() const;
+    /// Reads what to_string() writes. Returns false for anything else, and changes nothing then.
+    NUV_EXPORT bool parse_string(std::string_view text) noexcept;
 
     std::array<std::uint8_t, 3> oui = IEEE802_11_OUI;
     std::uint8_t type = USE_GROUP;

@@ -23,7 +23,7 @@ protected:
 };
 
 /// An element whose body follows from one list of fields: reading, writing, length, equality and
-/// what a visitor is shown. `Derived` declares `struct Layout;`, makes this class its friend, and
+/// what a visitor is shown and a source is asked for. `Derived` declares `struct Layout;`, makes this class its friend, and
 /// defines the list in its .cpp.
 template <class Derived, IEEE802_11_Element_ID ID,
           IEEE802_11_Element_ID_Extension ExtID = IEEE802_11_Element_ID_Extension::NO_EXTENSION>
@@ -31,6 +31,7 @@ class NUV_EXPORT IEEE802_11_LayoutElement : public IEEE802_11_Element<ID, ExtID>
 public:
     std::uint32_t get_length() const override;
     void visit_fields(IEEE802_11_FieldVisitor& visitor) const override;
+    void assign_fields(IEEE802_11_FieldSource& source) override;
 
 protected:
     void check_fields() const override;

@@ -15,6 +15,7 @@ class ByteCursor;
 
 namespace nuv::ieee802_11 {
 
+class IEEE802_11_FieldSource;
 class IEEE802_11_FieldVisitor;
 
 /// An information element (IEEE Std 802.11-2020, 9.4.2.1): Element ID (1 octet), Length (1 octet:
@@ -54,6 +55,10 @@ public:
     /// Reads from the library's own source of octets, as the two above do.
     virtual void deserialize_from(impl::ByteCursor& source,
                                   serialization::SerializationContext& ctx);
+
+    /// Takes every field from `source`, as visit_fields() shows them. Throws what the source throws,
+    /// and may leave the fields partly replaced then. What cannot be written is refused on writing.
+    virtual void assign_fields(IEEE802_11_FieldSource& source);
 
 protected:
     IEEE802_11_Element_Base() = default;

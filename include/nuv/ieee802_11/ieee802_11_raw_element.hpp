@@ -23,6 +23,7 @@ public:
         return this->HEADER_LENGTH + static_cast<std::uint32_t>(body_.size());
     }
     void visit_fields(IEEE802_11_FieldVisitor& visitor) const override;
+    void assign_fields(IEEE802_11_FieldSource& source) override;
 
 protected:
     void write_body(std::ostream& os, serialization::SerializationContext& ctx) const override;

@@ -27,8 +27,6 @@ public:
     }
     const Ranges& get_channels_vector() const { return channels_; }
 
-    void visit_fields(IEEE802_11_FieldVisitor& visitor) const override;
-
 private:
     friend IEEE802_11_LayoutElement;
     struct Layout;

@@ -37,6 +37,7 @@ public:
 
     std::uint32_t get_length() const override;
     void visit_fields(IEEE802_11_FieldVisitor& visitor) const override;
+    void assign_fields(IEEE802_11_FieldSource& source) override;
 
 protected:
     void write_body(std::ostream& os, serialization::SerializationContext& ctx) const override;

@@ -8,14 +8,15 @@
 #include <cstddef>
 #include <cstdint>
 #include <ostream>
+#include <string>
 #include <string_view>
 #include <type_traits>
 
 #include "byte_cursor.hpp"
 #include "nuv/binary_serializable_type.hpp"
 #include "nuv/ieee802_11/ieee802_11_element.hpp"
+#include "nuv/ieee802_11/ieee802_11_field_source.hpp"
 #include "nuv/ieee802_11/ieee802_11_field_visitor.hpp"
-#include "nuv/mac_address.hpp"
 
 /// The vocabulary in which an element's body is declared: a list of fields, as types, in wire
 /// order.
@@ -54,25 +55,90 @@ struct MemberOf<Value Class::*> {
 template <auto Member>
 using MemberType = typename MemberOf<decltype(Member)>::type;
 
+/// What has a text form: addresses, suites.
+template <class T>
+concept TextValue = requires(T value, std::string_view text) {
+    { value.to_string() } -> std::same_as<std::string>;
+    { value.parse_string(text) } -> std::same_as<bool>;
+};
+
+template <class T>
+concept NumberValue = std::integral<T> || std::is_enum_v<T>;
+
+/// Octets that mean something each, side by side: a list of numbers.
+template <std::size_t N>
+void visit_numbers(IEEE802_11_FieldVisitor& visitor, std::string_view name,
+                   const std::array<std::uint8_t, N>& numbers) {
+    visitor.open_list(name);
+    for (const std::uint8_t number : numbers) {
+        visitor.number({}, number);
+    }
+    visitor.close_list();
+}
+
+template <std::size_t N>
+std::array<std::uint8_t, N> assign_numbers(IEEE802_11_FieldSource& source, std::string_view name) {
+    std::array<std::uint8_t, N> numbers{};
+    if (source.open_list(name) != N) {
+        source.fail("not a list of " + std::to_string(N));
+    }
+    for (std::uint8_t& number : numbers) {
+        number = static_cast<std::uint8_t>(source.number({}, 8));
+    }
+    source.close_list();
+    return numbers;
+}
+
 /// Shows one value: numbers least significant octet first as the standard has them, which is the
-/// reverse of how this library writes them; addresses as text; everything else as its octets.
+/// reverse of how this library writes them; what has a text form as text; a group of numbers (a
+/// WireForm with `is_group`) as a list; everything else as its octets.
 template <class T>
 void visit_value(IEEE802_11_FieldVisitor& visitor, std::string_view name, const T& value) {
-    if constexpr (std::same_as<T, MACAddress>) {
+    if constexpr (TextValue<T>) {
         visitor.text(name, value.to_string());
         return;
     }
     std::array<std::uint8_t, WireForm<T>::size> octets{};
     WireForm<T>::encode(value, octets.data());
-    if constexpr (std::integral<T> || std::is_enum_v<T>) {
+    if constexpr (NumberValue<T>) {
         std::uint64_t number = 0;
         for (std::size_t k = octets.size(); k-- > 0;) {
             number = number << 8U | octets[k];
         }
         visitor.number(name, number);
+    } else if constexpr (requires { WireForm<T>::is_group; }) {
+        visit_numbers(visitor, name, octets);
     } else {
         visitor.octets(name, octets);
     }
+}
+
+/// Takes one value, as visit_value() shows it.
+template <class T>
+void assign_value(IEEE802_11_FieldSource& source, std::string_view name, T& value) {
+    if constexpr (TextValue<T>) {
+        if (!value.parse_string(source.text(name))) {
+            source.fail("not of the form " + T().to_string());
+        }
+        return;
+    }
+    std::array<std::uint8_t, WireForm<T>::size> octets{};
+    if constexpr (NumberValue<T>) {
+        std::uint64_t number = source.number(name, 8 * octets.size());
+        for (std::uint8_t& octet : octets) {
+            octet = static_cast<std::uint8_t>(number);
+            number >>= 8U;
+        }
+    } else if constexpr (requires { WireForm<T>::is_group; }) {
+        octets = assign_numbers<octets.size()>(source, name);
+    } else {
+        const auto given = source.octets(name);
+        if (given.size() != octets.size()) {
+            source.fail("not " + std::to_string(octets.size()) + " octets");
+        }
+        std::copy(given.begin(), given.end(), octets.begin());
+    }
+    WireForm<T>::decode(octets.data(), octets.size(), value);
 }
 
 template <class List>
@@ -84,12 +150,15 @@ void visit_list(IEEE802_11_FieldVisitor& visitor, std::string_view name, const L
     visitor.close_list();
 }
 
-/// Two octets that belong together.
-inline void visit_pair(IEEE802_11_FieldVisitor& visitor, unsigned first, unsigned second) {
-    visitor.open_list({});
-    visitor.number({}, first);
-    visitor.number({}, second);
-    visitor.close_list();
+template <class List>
+void assign_list(IEEE802_11_FieldSource& source, std::string_view name, List& list) {
+    list.clear();
+    for (std::size_t count = source.open_list(name); count > 0; --count) {
+        typename List::value_type value{};
+        assign_value(source, {}, value);
+        list.push_back(value);
+    }
+    source.close_list();
 }
 
 template <class List>
@@ -141,6 +210,10 @@ struct Always {
     static void visit(const E& element, IEEE802_11_FieldVisitor& visitor) {
         visit_value(visitor, name.view(), element.*Member);
     }
+    template <class E>
+    static void assign(E& element, IEEE802_11_FieldSource& source) {
+        assign_value(source, name.view(), element.*Member);
+    }
 };
 
 /// An integer least significant octet first, as the standard has it.
@@ -162,6 +235,10 @@ struct LittleEndian : Always<name, Member> {
     template <class E>
     static void visit(const E& element, IEEE802_11_FieldVisitor& visitor) {
         visitor.number(name.view(), element.*Member);
+    }
+    template <class E>
+    static void assign(E& element, IEEE802_11_FieldSource& source) {
+        element.*Member = static_cast<Value>(source.number(name.view(), 8 * sizeof(Value)));
     }
 };
 
@@ -196,6 +273,14 @@ struct When {
             Field::visit(element, visitor);
         }
     }
+    template <class E>
+    static void assign(E& element, IEEE802_11_FieldSource& source) {
+        if (Present(element)) {
+            Field::assign(element, source);
+        } else {
+            Field::clear(element);
+        }
+    }
 };
 
 /// A list that takes what remains of the body.
@@ -223,6 +308,10 @@ struct Rest {
     template <class E>
     static void visit(const E& element, IEEE802_11_FieldVisitor& visitor) {
         visit_list(visitor, name.view(), element.*Member);
+    }
+    template <class E>
+    static void assign(E& element, IEEE802_11_FieldSource& source) {
+        assign_list(source, name.view(), element.*Member);
     }
 };
 
@@ -254,6 +343,10 @@ struct Counted {
     template <class E>
     static void visit(const E& element, IEEE802_11_FieldVisitor& visitor) {
         Items::visit(element, visitor);
+    }
+    template <class E>
+    static void assign(E& element, IEEE802_11_FieldSource& source) {
+        Items::assign(element, source);
     }
 };
 
@@ -292,6 +385,10 @@ struct Fields {
     static void visit(const E& element, IEEE802_11_FieldVisitor& visitor) {
         (Field::visit(element, visitor), ...);
     }
+    template <class E>
+    static void assign(E& element, IEEE802_11_FieldSource& source) {
+        (Field::assign(element, source), ...);
+    }
 };
 
 }  // namespace nuv::ieee802_11::layout
@@ -308,6 +405,11 @@ template <class Derived, IEEE802_11_Element_ID ID, IEEE802_11_Element_ID_Extensi
 void IEEE802_11_LayoutElement<Derived, ID, ExtID>::visit_fields(
     IEEE802_11_FieldVisitor& visitor) const {
     Derived::Layout::fields::visit(static_cast<const Derived&>(*this), visitor);
+}
+
+template <class Derived, IEEE802_11_Element_ID ID, IEEE802_11_Element_ID_Extension ExtID>
+void IEEE802_11_LayoutElement<Derived, ID, ExtID>::assign_fields(IEEE802_11_FieldSource& source) {
+    Derived::Layout::fields::assign(static_cast<Derived&>(*this), source);
 }
 
 template <class Derived, IEEE802_11_Element_ID ID, IEEE802_11_Element_ID_Extension ExtID>

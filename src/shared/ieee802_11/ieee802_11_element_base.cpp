@@ -10,6 +10,7 @@
 #include <typeinfo>
 
 #include "byte_cursor.hpp"
+#include "nuv/ieee802_11/ieee802_11_field_source.hpp"
 #include "nuv/limited_istream.hpp"
 
 namespace nuv::ieee802_11 {
@@ -143,6 +144,10 @@ void IEEE802_11_Element_Base::check_id(std::uint8_t /*id*/) const {}
 void IEEE802_11_Element_Base::check_length(std::uint8_t /*length*/) const {}
 
 void IEEE802_11_Element_Base::check_extension(std::uint8_t /*extension*/) const {}
+
+void IEEE802_11_Element_Base::assign_fields(IEEE802_11_FieldSource& source) {
+    source.fail("this element cannot be made from its fields");
+}
 
 void IEEE802_11_Element_Base::read_body(impl::ByteCursor& /*body*/, SerializationContext& /*ctx*/) {
     throw std::logic_error("This element is read from streams only");

@@ -61,4 +61,9 @@ void IEEE802_11_ExtendendCapabilities::visit_fields(IEEE802_11_FieldVisitor& vis
     layout::visit_list(visitor, "extra_bytes", extra_bytes_);
 }
 
+void IEEE802_11_ExtendendCapabilities::assign_fields(IEEE802_11_FieldSource& source) {
+    layout::assign_value(source, "capabilities", capabilities_);
+    layout::assign_list(source, "extra_bytes", extra_bytes_);
+}
+
 }  // namespace nuv::ieee802_11

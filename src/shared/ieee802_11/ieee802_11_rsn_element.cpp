@@ -47,15 +47,6 @@ void write_counted(std::ostream& os, SerializationContext& ctx, const List& list
     BinarySerializableType<List>::serialize(os, ctx, list);
 }
 
-void visit_suites(IEEE802_11_FieldVisitor& visitor, std::string_view name,
-                  const IEEE802_11_RSNElement::Suites& suites) {
-    visitor.open_list(name);
-    for (const auto& suite : suites) {
-        visitor.text({}, suite.to_string());
-    }
-    visitor.close_list();
-}
-
 }  // namespace
 
 // | size             | field                   | clause     |
@@ -196,15 +187,35 @@ bool IEEE802_11_RSNElement::equal_fields(const IEEE802_11_Element_Base& other) c
 void IEEE802_11_RSNElement::visit_fields(IEEE802_11_FieldVisitor& visitor) const {
     visitor.number("version", rsn_version);
     if (has_group_data_) {
-        visitor.text("group_data", group_data_.to_string());
+        layout::visit_value(visitor, "group_data", group_data_);
     }
-    visit_suites(visitor, "pairwise", pairwise_cipher_list_);
-    visit_suites(visitor, "akm", akm_suite_list_);
+    layout::visit_list(visitor, "pairwise", pairwise_cipher_list_);
+    layout::visit_list(visitor, "akm", akm_suite_list_);
     visitor.number("capabilities", rsn_capabilities_.to_ullong());
     layout::visit_list(visitor, "pmkids", pmkid_list_);
     if (has_group_management_cipher_) {
-        visitor.text("group_management", group_management_cipher_.to_string());
+        layout::visit_value(visitor, "group_management", group_management_cipher_);
     }
+}
+
+void IEEE802_11_RSNElement::assign_fields(IEEE802_11_FieldSource& source) {
+    const auto assign_suite = [&source](std::string_view name, bool& has,
+                                        IEEE802_11_CipherSuite& suite) {
+        suite = {};
+        has = source.has(name);
+        if (has) {
+            layout::assign_value(source, name, suite);
+        }
+    };
+    if (source.number("version", 16) != rsn_version) {
+        source.fail("not version " + std::to_string(rsn_version));
+    }
+    assign_suite("group_data", has_group_data_, group_data_);
+    layout::assign_list(source, "pairwise", pairwise_cipher_list_);
+    layout::assign_list(source, "akm", akm_suite_list_);
+    rsn_capabilities_ = source.number("capabilities", 16);
+    layout::assign_list(source, "pmkids", pmkid_list_);
+    assign_suite("group_management", has_group_management_cipher_, group_management_cipher_);
 }
 
 }  // namespace nuv::ieee802_11

@@ -10,6 +10,7 @@ struct WireForm<ieee802_11::IEEE802_11_SupportedChannels::Range> {
     using Range = ieee802_11::IEEE802_11_SupportedChannels::Range;
     static constexpr std::size_t size = 2;
     static constexpr CodecTexts texts = octet_texts;
+    static constexpr bool is_group = true;
 
     static void encode(const Range& range, std::uint8_t* octets) {
         octets[0] = range.first_channel;
@@ -47,13 +48,5 @@ struct IEEE802_11_SupportedChannels::Layout {
 
 template class IEEE802_11_LayoutElement<IEEE802_11_SupportedChannels,
                                         IEEE802_11_Element_ID::SUPPORTED_CHANNELS>;
-
-void IEEE802_11_SupportedChannels::visit_fields(IEEE802_11_FieldVisitor& visitor) const {
-    visitor.open_list("channels");
-    for (const Range& range : channels_) {
-        layout::visit_pair(visitor, range.first_channel, range.number_of_channels);
-    }
-    visitor.close_list();
-}
 
 }  // namespace nuv::ieee802_11

@@ -17,6 +17,7 @@ namespace {
 constexpr std::uint8_t extension_delimiter = 130;
 constexpr std::uint8_t duple_delimiter = 0;
 constexpr std::size_t duple_size = 2;
+using Duple = std::array<std::uint8_t, duple_size>;
 
 }  // namespace
 
@@ -83,9 +84,23 @@ void IEEE802_11_SupportedOperatingClasses::visit_fields(IEEE802_11_FieldVisitor&
     // Two octets in wire order: a pair of classes, not a number.
     visitor.open_list("duple_opclasses");
     for (const std::uint16_t duple : duple_opclasses_) {
-        layout::visit_pair(visitor, duple >> 8U, duple & 0xFFU);
+        layout::visit_numbers(
+            visitor, {},
+            Duple{static_cast<std::uint8_t>(duple >> 8U), static_cast<std::uint8_t>(duple)});
     }
     visitor.close_list();
+}
+
+void IEEE802_11_SupportedOperatingClasses::assign_fields(IEEE802_11_FieldSource& source) {
+    layout::assign_value(source, "current_opclass", current_opclass_);
+    layout::assign_list(source, "capable_opclasses", capable_opclasses_);
+    layout::assign_list(source, "extension_vector", extension_vector_);
+    duple_opclasses_.clear();
+    for (std::size_t count = source.open_list("duple_opclasses"); count > 0; --count) {
+        const Duple duple = layout::assign_numbers<duple_size>(source, {});
+        duple_opclasses_.push_back(static_cast<std::uint16_t>(duple[0] << 8U | duple[1]));
+    }
+    source.close_list();
 }
 
 }  // namespace nuv::ieee802_11

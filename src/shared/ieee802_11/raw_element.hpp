@@ -4,6 +4,7 @@
 #include "byte_cursor.hpp"
 #include "ieee802_11/element_layout.hpp"
 #include "nuv/binary_serializable_type.hpp"
+#include "nuv/ieee802_11/ieee802_11_field_source.hpp"
 #include "nuv/ieee802_11/ieee802_11_field_visitor.hpp"
 #include "nuv/ieee802_11/ieee802_11_raw_element.hpp"
 
@@ -12,6 +13,11 @@ namespace nuv::ieee802_11 {
 template <IEEE802_11_Element_ID ID, IEEE802_11_Element_ID_Extension ExtID>
 void IEEE802_11_RawElement<ID, ExtID>::visit_fields(IEEE802_11_FieldVisitor& visitor) const {
     visitor.octets("body_hex", body_);
+}
+
+template <IEEE802_11_Element_ID ID, IEEE802_11_Element_ID_Extension ExtID>
+void IEEE802_11_RawElement<ID, ExtID>::assign_fields(IEEE802_11_FieldSource& source) {
+    body_ = source.octets("body_hex");
 }
 
 template <IEEE802_11_Element_ID ID, IEEE802_11_Element_ID_Extension ExtID>

@@ -45,6 +45,18 @@ TEST(RSNElement, ReadsThePartsInOrder) {
     EXPECT_EQ(full.get_group_management_cipher(), Suite(6));
 }
 
+TEST(CipherSuite, IsReadFromExactlyTheTextThatItIsWrittenAs) {
+    Suite suite;
+    for (unsigned type = 0; type < 256; ++type) {
+        const Suite written({0x12, 0xAB, 0x0F}, static_cast<std::uint8_t>(type));
+        EXPECT_TRUE(suite.parse_string(written.to_string()) && suite == written) << type;
+    }
+    for (const char* other : {"", "12-AB-0F", "12-AB-0F:", "12-AB-0F:256", "12-AB-0F:04",
+                              "12-ab-0F:4", "2-AB-0F:4", "12:AB:0F:4", "12-AB-0F:4 "}) {
+        EXPECT_FALSE(suite.parse_string(other) || suite.type != 255) << other;
+    }
+}
+
 TEST(RSNElement, EveryLengthOfZerosBehindTheVersionHasItsOutcome) {
     // Parts are looked for one by one: the two octets of Length 4 are a pairwise count.
     const std::set<unsigned> whole{2, 4, 6, 8, 10, 12, 14, 18};
