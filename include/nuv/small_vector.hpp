@@ -9,16 +9,17 @@
 #include <iterator>
 #include <span>
 #include <type_traits>
+#include <utility>
 #include <vector>
 
 namespace nuv {
 
 /// A list that keeps up to `N` elements inside the object and moves to the heap beyond that. What
 /// an element on the air may hold fits inside; what a caller sets may be longer, and is refused
-/// only when it is written. Contiguous; converts from and to spans.
+/// only when it is written. Contiguous; converts from and to spans. Copyable if `T` is.
 template <class T, std::uint32_t N>
 class SmallVector {
-    static_assert(std::is_trivially_copyable_v<T>);
+    static_assert(std::is_nothrow_move_assignable_v<T>);
 
 public:
     using value_type = T;
@@ -30,6 +31,20 @@ public:
     explicit(false) SmallVector(std::span<const T> values) { assign(values.begin(), values.end()); }
     explicit(false) SmallVector(const std::vector<T>& values)
         : SmallVector(std::span<const T>(values)) {}
+    ~SmallVector() = default;
+    SmallVector(const SmallVector&) = default;
+    SmallVector& operator=(const SmallVector&) = default;
+    // What was moved from is empty.
+    SmallVector(SmallVector&& other) noexcept
+        : inline_(std::move(other.inline_)),
+          inline_size_(std::exchange(other.inline_size_, 0)),
+          heap_(std::move(other.heap_)) {}
+    SmallVector& operator=(SmallVector&& other) noexcept {
+        inline_ = std::move(other.inline_);
+        inline_size_ = std::exchange(other.inline_size_, 0);
+        heap_ = std::exchange(other.heap_, {});
+        return *this;
+    }
 
     template <std::forward_iterator It>
     void assign(It first, It last) {
@@ -43,20 +58,32 @@ public:
         }
     }
 
-    void push_back(const T& value) {
+    void push_back(T value) {
         if (heap_.empty() && inline_size_ < N) {
-            inline_[inline_size_++] = value;
+            inline_[inline_size_++] = std::move(value);
             return;
         }
-        if (heap_.empty()) {
-            heap_.assign(inline_.begin(), inline_.end());
-            inline_size_ = 0;
+        spill();
+        heap_.push_back(std::move(value));
+    }
+
+    template <std::forward_iterator It>
+    void append(It first, It last) {
+        const auto count = static_cast<std::size_t>(std::distance(first, last));
+        if (heap_.empty() && count <= N - inline_size_) {
+            std::copy(first, last, inline_.begin() + inline_size_);
+            inline_size_ += static_cast<std::uint32_t>(count);
+            return;
         }
-        heap_.push_back(value);
+        spill();
+        heap_.insert(heap_.end(), first, last);
     }
 
     void clear() {
         heap_.clear();
+        if constexpr (!std::is_trivially_destructible_v<T>) {
+            std::ranges::generate_n(inline_.begin(), inline_size_, [] { return T{}; });
+        }
         inline_size_ = 0;
     }
 
@@ -76,6 +103,14 @@ public:
     }
 
 private:
+    void spill() {
+        if (heap_.empty()) {
+            heap_.assign(std::make_move_iterator(inline_.begin()),
+                         std::make_move_iterator(inline_.begin() + inline_size_));
+            inline_size_ = 0;
+        }
+    }
+
     std::array<T, N> inline_{};
     std::uint32_t inline_size_ = 0;
     std::vector<T> heap_;  // all elements, as soon as there are more than N

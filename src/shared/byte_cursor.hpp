@@ -44,6 +44,9 @@ public:
         return -1;
     }
 
+    /// The next octet without touching the state, -1 where there is none.
+    int next() const { return good() && pos_ != end_ ? *pos_ : -1; }
+
     ByteCursor& seekg(std::ptrdiff_t offset, [[maybe_unused]] std::ios_base::seekdir from_current) {
         state_ &= ~std::ios_base::eofbit;
         if (fail()) {
@@ -59,6 +62,10 @@ public:
 
     /// Octets left up to the end of the range, those that are missing included.
     std::size_t remaining() const { return static_cast<std::size_t>(end_ - pos_) + missing_; }
+    /// What is left and there.
+    std::span<const std::uint8_t> rest() const { return {pos_, end_}; }
+    /// Whether every octet of the range is there.
+    bool whole() const { return missing_ == 0; }
     /// Octets read or passed over.
     std::size_t consumed() const { return static_cast<std::size_t>(pos_ - begin_); }
 

@@ -70,7 +70,9 @@ std::map<std::string, Octets> generated_files() {
         files["fuzz/corpus/assoc_request/" + sample.name] = sample.octets;
     }
     std::vector<Sample> samples = elements();
-    std::ranges::move(vectors("malformed_elements"), std::back_inserter(samples));
+    for (const char* file : {"malformed_elements", "fragmented_multi_link"}) {
+        std::ranges::move(vectors(file), std::back_inserter(samples));
+    }
     for (const Sample& sample : samples) {
         // Which class reads it, and with which maps, as fuzz_element takes it.
         const bool extended = sample.octets[0] == 255;

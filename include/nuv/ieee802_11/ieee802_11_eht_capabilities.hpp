@@ -10,6 +10,14 @@
 
 namespace nuv::ieee802_11 {
 
+/// Which maps EHT Capabilities have that do not follow from themselves: the one of a station that
+/// operates at 20 MHz only, the one up to 80 MHz, the one for 160 MHz.
+struct IEEE802_11_EHTMaps {
+    bool has_20_mhz_only = false;
+    bool has_less_or_equal_80_mhz = false;
+    bool has_160_mhz = false;
+};
+
 /// EHT Capabilities (ID 255, extension 108; IEEE Std 802.11be-2024, 9.4.2.323). Bit numbers are
 /// those of the standard's fields.
 ///
@@ -52,8 +60,10 @@ public:
     };
 
     IEEE802_11_EHTCapabilities() = default;
-    /// Which of the maps are present: the one of a station that operates at 20 MHz only, the one up
-    /// to 80 MHz, the one for 160 MHz.
+    explicit IEEE802_11_EHTCapabilities(const IEEE802_11_EHTMaps& maps)
+        : IEEE802_11_EHTCapabilities(maps.has_20_mhz_only, maps.has_less_or_equal_80_mhz,
+                                     maps.has_160_mhz) {}
+    /// The same, one by one.
     IEEE802_11_EHTCapabilities(bool has_20_mhz_only_map, bool has_less_or_equal_80_mhz_map,
                                bool has_160_mhz_map)
         : has_20_mhz_only_map_(has_20_mhz_only_map),

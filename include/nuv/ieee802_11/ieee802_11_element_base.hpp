@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <ios>
+#include <optional>
 #include <span>
 
 #include "nuv/binary_serializable.hpp"
@@ -26,6 +27,9 @@ class IEEE802_11_FieldVisitor;
 /// fields partly replaced. Whether it succeeds or fails inside the body, the stream then stands
 /// behind the element, as far as it reaches. A stream without positions, as a pipe's, is refused with
 /// std::logic_error.
+///
+/// A class may say that its elements can be continued by Fragment elements (IEEE Std 802.11-2020,
+/// 9.4.2.188, 10.28.11): they are then read as one, and written with as many as are needed.
 class NUV_EXPORT IEEE802_11_Element_Base : public serialization::BinarySerializable {
 public:
     /// Writes the whole element. Throws SerializationException, writing nothing, if the fields do
@@ -68,7 +72,7 @@ protected:
     IEEE802_11_Element_Base& operator=(IEEE802_11_Element_Base&&) = default;
 
     /// Throws what forbids to write the element: "Invalid length" for more than 255 octets behind the
-    /// Length octet.
+    /// Length octet, unless they can be continued.
     virtual void check_fields() const;
     /// Each throws what forbids to read an element with this octet in its header.
     virtual void check_id(std::uint8_t id) const;
@@ -80,10 +84,14 @@ protected:
     virtual void read_body(impl::ByteCursor& body, serialization::SerializationContext& ctx);
     /// `other` is of the same class and has the same ID and extension.
     virtual bool equal_fields(const IEEE802_11_Element_Base& other) const = 0;
+    /// The ID of what continues an element of 255 octets; none for a class that is never continued.
+    virtual std::optional<std::uint8_t> fragment_id() const { return std::nullopt; }
 
 private:
     template <class Source>
     void read_from(Source& source, serialization::SerializationContext& ctx);
+    void read_content(impl::ByteCursor& content, serialization::SerializationContext& ctx);
+    void write_content(std::ostream& os, serialization::SerializationContext& ctx) const;
 };
 
 }  // namespace nuv::ieee802_11

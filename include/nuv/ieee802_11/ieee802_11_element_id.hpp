@@ -34,6 +34,8 @@ enum class NUV_EXPORT IEEE802_11_Element_ID : std::uint8_t {
     MULTIPLE_MAC_SUBLAYERS = 170,
     VHT_CAPABILITIES = 191,
     OPERATING_MODE_NOTIFICATION = 199,
+    /// A Multi-Link element as subelement of a Neighbor Report; no element of its own.
+    BASIC_MULTI_LINK_SUBELEMENT = 201,
     VENDOR_SPECIFIC = 221,
     RSN_EXTENSION = 244,
     ELEMENT_ID_EXTENSION = 255,

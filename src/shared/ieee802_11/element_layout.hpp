@@ -188,6 +188,14 @@ inline void assign_bits(IEEE802_11_FieldSource& source, std::span<const IEEE802_
     }
 }
 
+/// For a body every octet of which belongs to a field: throws the octet's SerializationException if
+/// the input ends before the body does.
+inline void require_whole(const impl::ByteCursor& body) {
+    if (!body.whole()) {
+        throw serialization::SerializationException(WireForm<std::uint8_t>::texts.deserialize);
+    }
+}
+
 template <class List>
 void read_list(impl::ByteCursor& body, std::size_t count, List& list) {
     if constexpr (std::same_as<typename List::value_type, std::uint8_t>) {
@@ -310,6 +318,10 @@ struct When {
         }
     }
     template <class E>
+    static void clear(E& element) {
+        Field::clear(element);
+    }
+    template <class E>
     static bool equal(const E& a, const E& b) {
         return Field::equal(a, b);
     }
@@ -346,6 +358,10 @@ struct Rest {
     template <class E>
     static void read(E& element, impl::ByteCursor& body) {
         read_list(body, body.remaining() / value_size, element.*Member);
+    }
+    template <class E>
+    static void clear(E& element) {
+        (element.*Member).clear();
     }
     template <class E>
     static bool equal(const E& a, const E& b) {
@@ -456,60 +472,56 @@ private:
     }
 };
 
+/// Fields behind an octet that counts itself and them. What the octet counts beyond the fields that
+/// are known belongs to `Surplus`, a list of octets.
+template <class Surplus, class... Field>
+struct SelfCounted {
+    using Known = Fields<Field...>;
+
+    template <class E>
+    static std::uint32_t length(const E& element) {
+        return 1 + Known::length(element) + Surplus::length(element);
+    }
+    template <class E>
+    static void write(const E& element, std::ostream& os, SerializationContext& ctx) {
+        BinarySerializableType<std::uint8_t>::serialize(os, ctx,
+                                                        static_cast<std::uint8_t>(length(element)));
+        Known::write(element, os, ctx);
+        Surplus::write(element, os, ctx);
+    }
+    /// Throws SerializationException "Invalid length" if the octet counts less than the known fields
+    /// or more than the body has.
+    template <class E>
+    static void read(E& element, impl::ByteCursor& body) {
+        std::uint8_t count = 0;
+        body.read(count);
+        if (count < 1 + Known::length(element) || count - 1U > body.remaining()) {
+            throw serialization::SerializationException("Invalid length");
+        }
+        impl::ByteCursor block = body.enter(count - 1U);
+        Known::read(element, block);
+        Surplus::read(element, block);
+        body.leave(block);
+    }
+    template <class E>
+    static void clear(E& element) {
+        (Field::clear(element), ...);
+        Surplus::clear(element);
+    }
+    template <class E>
+    static bool equal(const E& a, const E& b) {
+        return Known::equal(a, b) && Surplus::equal(a, b);
+    }
+    template <class E>
+    static void visit(const E& element, IEEE802_11_FieldVisitor& visitor) {
+        Known::visit(element, visitor);
+        Surplus::visit(element, visitor);
+    }
+    template <class E>
+    static void assign(E& element, IEEE802_11_FieldSource& source) {
+        Known::assign(element, source);
+        Surplus::assign(element, source);
+    }
+};
+
 }  // namespace nuv::ieee802_11::layout
-
-namespace nuv::ieee802_11 {
-
-template <class Derived, IEEE802_11_Element_ID ID, IEEE802_11_Element_ID_Extension ExtID>
-std::uint32_t IEEE802_11_LayoutElement<Derived, ID, ExtID>::get_length() const {
-    return this->HEADER_LENGTH +
-           Derived::Layout::fields::length(static_cast<const Derived&>(*this));
-}
-
-template <class Derived, IEEE802_11_Element_ID ID, IEEE802_11_Element_ID_Extension ExtID>
-void IEEE802_11_LayoutElement<Derived, ID, ExtID>::visit_fields(
-    IEEE802_11_FieldVisitor& visitor) const {
-    Derived::Layout::fields::visit(static_cast<const Derived&>(*this), visitor);
-}
-
-template <class Derived, IEEE802_11_Element_ID ID, IEEE802_11_Element_ID_Extension ExtID>
-void IEEE802_11_LayoutElement<Derived, ID, ExtID>::assign_fields(IEEE802_11_FieldSource& source) {
-    Derived::Layout::fields::assign(static_cast<Derived&>(*this), source);
-}
-
-template <class Derived, IEEE802_11_Element_ID ID, IEEE802_11_Element_ID_Extension ExtID>
-void IEEE802_11_LayoutElement<Derived, ID, ExtID>::check_fields() const {
-    if constexpr (requires(const Derived& e) { Derived::Layout::check_fields(e); }) {
-        Derived::Layout::check_fields(static_cast<const Derived&>(*this));
-    }
-    IEEE802_11_Element_Base::check_fields();
-}
-
-template <class Derived, IEEE802_11_Element_ID ID, IEEE802_11_Element_ID_Extension ExtID>
-void IEEE802_11_LayoutElement<Derived, ID, ExtID>::check_length(
-    [[maybe_unused]] std::uint8_t length) const {
-    if constexpr (requires { Derived::Layout::check_length(length); }) {
-        Derived::Layout::check_length(length);
-    }
-}
-
-template <class Derived, IEEE802_11_Element_ID ID, IEEE802_11_Element_ID_Extension ExtID>
-void IEEE802_11_LayoutElement<Derived, ID, ExtID>::write_body(
-    std::ostream& os, serialization::SerializationContext& ctx) const {
-    Derived::Layout::fields::write(static_cast<const Derived&>(*this), os, ctx);
-}
-
-template <class Derived, IEEE802_11_Element_ID ID, IEEE802_11_Element_ID_Extension ExtID>
-void IEEE802_11_LayoutElement<Derived, ID, ExtID>::read_body(
-    impl::ByteCursor& body, serialization::SerializationContext& /*ctx*/) {
-    Derived::Layout::fields::read(static_cast<Derived&>(*this), body);
-}
-
-template <class Derived, IEEE802_11_Element_ID ID, IEEE802_11_Element_ID_Extension ExtID>
-bool IEEE802_11_LayoutElement<Derived, ID, ExtID>::equal_fields(
-    const IEEE802_11_Element_Base& other) const {
-    return Derived::Layout::fields::equal(static_cast<const Derived&>(*this),
-                                          static_cast<const Derived&>(other));
-}
-
-}  // namespace nuv::ieee802_11

@@ -7,29 +7,9 @@
 #include <string>
 
 #include "byte_cursor.hpp"
+#include "ieee802_11/element_factory.hpp"
 #include "log_module.hpp"
-#include "nuv/ieee802_11/ieee802_11_dummy_element.hpp"
-#include "nuv/ieee802_11/ieee802_11_eht_capabilities.hpp"
-#include "nuv/ieee802_11/ieee802_11_extended_supported_rates_bss_membership_selector.hpp"
-#include "nuv/ieee802_11/ieee802_11_extendend_capabilities.hpp"
 #include "nuv/ieee802_11/ieee802_11_he_capabilities.hpp"
-#include "nuv/ieee802_11/ieee802_11_ht_capabilities.hpp"
-#include "nuv/ieee802_11/ieee802_11_mobility_domain.hpp"
-#include "nuv/ieee802_11/ieee802_11_multi_link.hpp"
-#include "nuv/ieee802_11/ieee802_11_multiple_mac_sublayers.hpp"
-#include "nuv/ieee802_11/ieee802_11_non_inheritance.hpp"
-#include "nuv/ieee802_11/ieee802_11_operating_mode_notification.hpp"
-#include "nuv/ieee802_11/ieee802_11_power_capability.hpp"
-#include "nuv/ieee802_11/ieee802_11_qos_capability.hpp"
-#include "nuv/ieee802_11/ieee802_11_qos_traffic_capabilities.hpp"
-#include "nuv/ieee802_11/ieee802_11_rm_enabled_capabilities.hpp"
-#include "nuv/ieee802_11/ieee802_11_rsn_element.hpp"
-#include "nuv/ieee802_11/ieee802_11_supported_channels.hpp"
-#include "nuv/ieee802_11/ieee802_11_supported_operating_classes.hpp"
-#include "nuv/ieee802_11/ieee802_11_supported_rates_bss_membership_selector.hpp"
-#include "nuv/ieee802_11/ieee802_11_tid_to_link_mapping.hpp"
-#include "nuv/ieee802_11/ieee802_11_tim_broadcast_request.hpp"
-#include "nuv/ieee802_11/ieee802_11_vht_capabilities.hpp"
 
 namespace nuv::ieee802_11 {
 
@@ -45,93 +25,6 @@ using Container = AssocRequestFrame::ElementContainer;
 using Ptr = Container::ElementPtr;
 using ID = IEEE802_11_Element_ID;
 using Ext = IEEE802_11_Element_ID_Extension;
-
-template <class E>
-Ptr make(const Container* /*container*/) {
-    return std::make_unique<E>();
-}
-
-Ptr make_eht_capabilities(const Container* container) {
-    const auto* he = container->get_optional_element<IEEE802_11_HECapabilities>();
-    if (he == nullptr) {
-        constexpr const char* text = "EHT CAPABILITIES IE without preceding HE CAPABILITIES IE";
-        NUV_LOG(log_module, error) << text;
-        throw SerializationException(text);
-    }
-    // The HE Channel Width Set decides which EHT-MCS maps follow (IEEE Std 802.11be-2024,
-    // 9.4.2.323.4): bit 1 is 40 MHz in 2.4 GHz, 2 is 40 and 80 MHz, 3 is 160 MHz, 4 is 80+80 MHz.
-    const auto& phy = he->get_phy_info_bits();
-    const bool only_20_mhz = !phy[1] && !phy[2] && !phy[3] && !phy[4];
-    return std::make_unique<IEEE802_11_EHTCapabilities>(only_20_mhz, phy[1] || phy[2], phy[3]);
-}
-
-/// The ID and, for ID 255, the extension in one number.
-constexpr std::uint16_t key(ID id) { return static_cast<std::uint16_t>(id); }
-constexpr std::uint16_t key(Ext extension) {
-    return static_cast<std::uint16_t>(0x100U + static_cast<unsigned>(extension));
-}
-constexpr std::size_t number_of_keys = 0x200;
-
-/// What a frame accepts: an element's place and the class that reads it, null for a raw one.
-struct Row {
-    std::uint16_t key;
-    std::uint8_t slot;
-    Ptr (*make)(const Container* container);  // null for what needs no elements read before
-};
-
-constexpr std::uint8_t no_slot = Container::NUMBER_OF_SLOTS;
-
-constexpr std::array<Row, 27> rows{{
-    {key(ID::SUPPORTED_RATES), 0, make<IEEE802_11_SupportedRatesBSSMembershipSelector>},
-    {key(ID::POWER_CAPABILITY), 2, make<IEEE802_11_PowerCapability>},
-    {key(ID::SUPPORTED_CHANNELS), 3, make<IEEE802_11_SupportedChannels>},
-    {key(ID::HT_CAPABILITIES), 9, make<IEEE802_11_HTCapabilities>},
-    {key(ID::QOS_CAPABILITY), 5, make<IEEE802_11_QOSCapability>},
-    {key(ID::RSN), 4, make<IEEE802_11_RSNElement>},
-    {key(ID::EXTENDED_SUPPORTED_RATES), 1,
-     make<IEEE802_11_ExtendedSupportedRatesBSSMembershipSelector>},
-    {key(ID::MOBILITY_DOMAIN), 7, make<IEEE802_11_MobilityDomain>},
-    {key(ID::SUPPORTED_OPERATING_CLASSES), 8, make<IEEE802_11_SupportedOperatingClasses>},
-    {key(ID::RM_ENABLED_CAPABILITIES), 6, make<IEEE802_11_RMEnabledCapabilities>},
-    {key(ID::BSS_COEXISTENCE_20_40), 10, nullptr},
-    {key(ID::QOS_TRAFFIC_CAPABILITY), 12, make<IEEE802_11_QoSTrafficCapabilities>},
-    {key(ID::TIM_BROADCAST_REQUEST), 13, make<IEEE802_11_TIMBroadcastRequest>},
-    {key(ID::INTERWORKING), 14, nullptr},
-    {key(ID::EXTENDED_CAPABILITIES), 11, make<IEEE802_11_ExtendendCapabilities>},
-    {key(ID::DMG_CAPABILITIES), 16, nullptr},
-    {key(ID::MULTI_BAND), 15, nullptr},
-    {key(ID::MULTIPLE_MAC_SUBLAYERS), 17, make<IEEE802_11_MultipleMACSublayers>},
-    {key(ID::VHT_CAPABILITIES), 18, make<IEEE802_11_VHTCapabilities>},
-    {key(ID::OPERATING_MODE_NOTIFICATION), 19, make<IEEE802_11_OperatingModeNotification>},
-    {key(ID::RSN_EXTENSION), 21, nullptr},
-    {key(Ext::HE_CAPABILITIES), 20, make<IEEE802_11_HECapabilities>},
-    {key(Ext::NON_INHERITANCE), 22, make<IEEE802_11_Non_Inheritance>},
-    {key(Ext::HE_6_GHZ_BAND_CAPABILITIES), 23, nullptr},
-    {key(Ext::MULTI_LINK), 24, make<IEEE802_11_MultiLink>},
-    {key(Ext::EHT_CAPABILITIES), 25, make_eht_capabilities},
-    {key(Ext::TID_TO_LINK_MAPPING), no_slot, make<IEEE802_11_TID_to_Link_Mapping>},
-}};
-static_assert(std::ranges::is_sorted(rows, std::ranges::less{}, &Row::key));
-
-/// The row of each key, or one past the last: where a received octet leads in one step.
-constexpr auto row_of_key = [] {
-    std::array<std::uint8_t, number_of_keys> index{};
-    index.fill(rows.size());
-    for (std::size_t k = 0; k < rows.size(); ++k) {
-        index[rows[k].key] = static_cast<std::uint8_t>(k);
-    }
-    return index;
-}();
-
-const Row* find_row(std::uint16_t wanted) {
-    const std::size_t row = row_of_key[wanted];
-    return row < rows.size() ? &rows[row] : nullptr;
-}
-
-std::size_t slot_of(std::uint16_t wanted) {
-    const Row* row = find_row(wanted);
-    return row != nullptr ? row->slot : no_slot;
-}
 
 using Held = Container::HeldPtr;
 
@@ -169,29 +62,36 @@ void read_element(IEEE802_11_Element_Base& element, impl::ByteCursor& source,
 
 }  // namespace
 
-std::size_t Container::map_element_id_to_member(ID id) { return slot_of(key(id)); }
+std::size_t Container::map_element_id_to_member(ID id) {
+    return factory::slot_of(id, Ext::NO_EXTENSION);
+}
 
 std::size_t Container::map_extended_element_id_to_member(Ext extension) {
-    return slot_of(key(extension));
+    return factory::slot_of(ID::ELEMENT_ID_EXTENSION, extension);
 }
 
 Ptr Container::create_element(ID id) {
     if (id == ID::ELEMENT_ID_EXTENSION) {
         throw SerializationException("create_element() cannot handle ELEMENT_ID_EXTENSION!");
     }
-    const Row* row = find_row(key(id));
-    if (row == nullptr || row->make == nullptr) {
-        return std::make_unique<IEEE802_11_DummyElement>(id);
-    }
-    return row->make(nullptr);
+    return factory::make_element(id, Ext::NO_EXTENSION, nullptr);
 }
 
 Ptr Container::create_extended_element(Ext extension) const {
-    const Row* row = find_row(key(extension));
-    if (row == nullptr || row->make == nullptr) {
-        return std::make_unique<IEEE802_11_DummyElement>(ID::ELEMENT_ID_EXTENSION);
+    if (extension != Ext::EHT_CAPABILITIES && extension != Ext::MULTI_LINK) {
+        return factory::make_element(ID::ELEMENT_ID_EXTENSION, extension, nullptr);
     }
-    return row->make(this);
+    const auto* he = get_optional_element<IEEE802_11_HECapabilities>();
+    if (he != nullptr) {
+        const IEEE802_11_EHTMaps maps = factory::eht_maps(*he);
+        return factory::make_element(ID::ELEMENT_ID_EXTENSION, extension, &maps);
+    }
+    if (extension == Ext::EHT_CAPABILITIES) {
+        constexpr const char* text = "EHT CAPABILITIES IE without preceding HE CAPABILITIES IE";
+        NUV_LOG(log_module, error) << text;
+        throw SerializationException(text);
+    }
+    return factory::make_element(ID::ELEMENT_ID_EXTENSION, extension, nullptr);
 }
 
 template <std::size_t N>

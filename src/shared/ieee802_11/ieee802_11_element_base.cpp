@@ -1,87 +1,22 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "nuv/ieee802_11/ieee802_11_element_base.hpp"
 
-#include <array>
 #include <istream>
-#include <limits>
-#include <optional>
 #include <ostream>
+#include <sstream>
 #include <stdexcept>
 #include <typeinfo>
 
 #include "byte_cursor.hpp"
+#include "ieee802_11/element_body.hpp"
+#include "ieee802_11/fragmentation.hpp"
 #include "nuv/ieee802_11/ieee802_11_field_source.hpp"
-#include "nuv/limited_istream.hpp"
 
 namespace nuv::ieee802_11 {
 
-namespace {
-
 using serialization::SerializationContext;
-
-/// The body of an element that lies in a stream, taken from it in one operation. What is observed
-/// of the stream is what a LimitedIStream of the body's length leaves behind.
-class StreamBody {
-public:
-    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init): octets_ are read before they are used
-    StreamBody(std::istream& is, std::uint8_t length) : cursor_(take(is, length)) {}
-
-    ~StreamBody() {
-        if (bounded_) {
-            // Give back what was taken ahead; the bounded stream does the rest.
-            const auto surplus = static_cast<std::streamoff>(taken_ - cursor_.consumed());
-            bounded_->rdbuf()->pubseekoff(-surplus, std::ios_base::cur, std::ios_base::in);
-        }
-    }
-
-    StreamBody(const StreamBody&) = delete;
-    StreamBody& operator=(const StreamBody&) = delete;
-
-    impl::ByteCursor& cursor() { return cursor_; }
-
-private:
-    impl::ByteCursor take(std::istream& is, std::uint8_t length) {
-        auto* octets = reinterpret_cast<char*>(octets_.data());
-        std::streambuf& buffer = *is.rdbuf();
-        const bool whole = buffer.in_avail() >= length;
-        const bool seekable =
-            std::streamoff{buffer.pubseekoff(0, std::ios_base::cur, std::ios_base::in)} != -1;
-        std::istream* source = &is;
-        if (!whole || !seekable) {
-            source = &bounded_.emplace(is, length);
-        }
-        source->read(octets, length);
-        taken_ = static_cast<std::size_t>(source->gcount());
-        return impl::ByteCursor({octets_.data(), taken_}, length - taken_);
-    }
-
-    // What an element can hold at most; not initialised, only what was read is looked at.
-    std::array<std::uint8_t, std::numeric_limits<std::uint8_t>::max()> octets_;
-    std::size_t taken_ = 0;
-    std::optional<LimitedIStream> bounded_;
-    impl::ByteCursor cursor_;
-};
-
-/// The body of an element that lies in memory.
-class MemoryBody {
-public:
-    MemoryBody(impl::ByteCursor& source, std::uint8_t length)
-        : source_(source), cursor_(source.enter(length)) {}
-    ~MemoryBody() { source_.leave(cursor_); }
-    MemoryBody(const MemoryBody&) = delete;
-    MemoryBody& operator=(const MemoryBody&) = delete;
-
-    impl::ByteCursor& cursor() { return cursor_; }
-
-private:
-    impl::ByteCursor& source_;
-    impl::ByteCursor cursor_;
-};
-
-StreamBody body_of(std::istream& is, std::uint8_t length) { return {is, length}; }
-MemoryBody body_of(impl::ByteCursor& source, std::uint8_t length) { return {source, length}; }
-
-}  // namespace
+using serialization::SerializationException;
+using Octet = serialization::BinarySerializableType<std::uint8_t>;
 
 template <class Source>
 void IEEE802_11_Element_Base::read_from(Source& source, SerializationContext& ctx) {
@@ -91,13 +26,23 @@ void IEEE802_11_Element_Base::read_from(Source& source, SerializationContext& ct
     check_id(id);
     impl::read_value(source, ctx, length);
     check_length(length);
-    auto body = body_of(source, length);
+    if (const auto fragment = fragment_id(); fragment && length == max_content) {
+        const Reassembled content = reassemble(source, ctx, *fragment);
+        impl::ByteCursor cursor(content.octets, content.missing);
+        read_content(cursor, ctx);
+        return;
+    }
+    auto content = body_of(source, length);
+    read_content(content.cursor(), ctx);
+}
+
+void IEEE802_11_Element_Base::read_content(impl::ByteCursor& content, SerializationContext& ctx) {
     if (get_type() == IEEE802_11_Element_ID::ELEMENT_ID_EXTENSION) {
         std::uint8_t extension = 0;
-        body.cursor().read(extension);
+        content.read(extension);
         check_extension(extension);
     }
-    read_body(body.cursor(), ctx);
+    read_body(content, ctx);
 }
 
 void IEEE802_11_Element_Base::deserialize_impl(std::istream& is, SerializationContext& ctx) {
@@ -116,15 +61,27 @@ std::ios_base::iostate IEEE802_11_Element_Base::deserialize(std::span<const std:
     return source.rdstate();
 }
 
-void IEEE802_11_Element_Base::serialize_impl(std::ostream& os, SerializationContext& ctx) const {
-    using Octet = serialization::BinarySerializableType<std::uint8_t>;
-    check_fields();
-    Octet::serialize(os, ctx, static_cast<std::uint8_t>(get_type()));
-    Octet::serialize(os, ctx, static_cast<std::uint8_t>(get_length() - 2));
+void IEEE802_11_Element_Base::write_content(std::ostream& os, SerializationContext& ctx) const {
     if (get_type() == IEEE802_11_Element_ID::ELEMENT_ID_EXTENSION) {
         Octet::serialize(os, ctx, static_cast<std::uint8_t>(get_extension_type()));
     }
     write_body(os, ctx);
+}
+
+void IEEE802_11_Element_Base::serialize_impl(std::ostream& os, SerializationContext& ctx) const {
+    check_fields();
+    const auto id = static_cast<std::uint8_t>(get_type());
+    const std::uint32_t length = get_length() - 2;
+    const auto fragment = fragment_id();
+    if (fragment && length > max_content) {
+        std::ostringstream content;
+        write_content(content, ctx);
+        write_fragmented(os, ctx, content.view(), id, *fragment);
+        return;
+    }
+    Octet::serialize(os, ctx, id);
+    Octet::serialize(os, ctx, static_cast<std::uint8_t>(length));
+    write_content(os, ctx);
 }
 
 bool IEEE802_11_Element_Base::operator==(const IEEE802_11_Element_Base& other) const {
@@ -133,9 +90,8 @@ bool IEEE802_11_Element_Base::operator==(const IEEE802_11_Element_Base& other) c
 }
 
 void IEEE802_11_Element_Base::check_fields() const {
-    // The Length octet counts what follows it.
-    if (get_length() - 2 > std::numeric_limits<std::uint8_t>::max()) {
-        throw serialization::SerializationException("Invalid length");
+    if (!fragment_id() && get_length() - 2 > max_content) {
+        throw SerializationException("Invalid length");
     }
 }
 

@@ -1,0 +1,164 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "nuv/ieee802_11/ieee802_11_multi_link.hpp"
+
+#include <gtest/gtest.h>
+
+#include "nuv/ieee802_11.hpp"
+#include "tests/support/elements.hpp"
+#include "tools/vectors/vectors.hpp"
+
+namespace nuv::ieee802_11 {
+namespace {
+
+using MultiLink = IEEE802_11_MultiLink;
+using Profile = IEEE802_11_PerSTAProfile;
+using test::as_written;
+using test::FieldText;
+using test::read_as;
+
+const MACAddress mld("02:4E:55:56:70:BE");
+
+MultiLink sample(std::string_view name) {
+    for (const test::Sample& sample : test::vectors("element_multi_link")) {
+        if (sample.name.ends_with(name)) {
+            return read_as<MultiLink>(test::to_hex(sample.octets));
+        }
+    }
+    throw std::runtime_error("no such sample");
+}
+
+TEST(MultiLink, NamesEveryFieldOfTheCommonInfo) {
+    const MultiLink element = sample("every_common_field");
+    EXPECT_EQ(element.get_mld_mac_address(), mld);
+    EXPECT_EQ(element.get_link_id(), 0xF1);
+    EXPECT_EQ(element.get_bss_parameters_change_count(), 0x2A);
+    EXPECT_EQ(element.get_medium_synchronization_delay(), 0x3F0A);
+    EXPECT_EQ(element.get_eml_capabilities(), 0x0093);
+    EXPECT_EQ(element.get_mld_capabilities(), 0x0261);
+    EXPECT_EQ(element.get_ap_mld_id(), 5);
+    EXPECT_EQ(element.get_extended_mld_capabilities(), 0x0060);
+    EXPECT_EQ(sample("no_link_but_its_own").get_link_id(), std::nullopt);
+    // Its bits mean something else in another type.
+    EXPECT_EQ(sample("probe_request").get_link_id(), std::nullopt);
+}
+
+TEST(MultiLink, NamesEveryFieldOfAProfile) {
+    const MultiLink element = sample("every_sta_field");
+    const auto* profile = element.get_link_info().find<Profile>();
+    ASSERT_NE(profile, nullptr);
+    EXPECT_EQ(profile->get_link_id(), 2);
+    EXPECT_TRUE(profile->is_complete());
+    EXPECT_EQ(profile->get_sta_mac_address(), MACAddress("02:4E:55:56:82:BE"));
+    EXPECT_EQ(profile->get_beacon_interval(), 100);
+    EXPECT_EQ(profile->get_tsf_offset(), -2);
+    EXPECT_EQ(profile->get_dtim_info(), (Profile::DTIMInfo{1, 3}));
+    EXPECT_EQ(profile->get_nstr_indication_bitmap(), 0x0104);
+    EXPECT_EQ(profile->get_bss_parameters_change_count(), 0x2B);
+    EXPECT_EQ(profile->get_capability_information(), 0x1111);
+    EXPECT_TRUE(profile->get_elements().empty());
+}
+
+TEST(MultiLink, TypesTheElementsOfAProfileAsAFrameDoes) {
+    AssocRequestFrame frame;
+    serialization::SerializationContext ctx;
+    const test::Octets station = test::vectors("station_8").at(0).octets;
+    frame.deserialize(std::span(station).subspan(test::mac_header_length), ctx);
+    const auto* element = frame.get_optional_element<MultiLink>();
+    ASSERT_NE(element, nullptr);
+    const auto& links = element->get_link_info();
+    ASSERT_EQ(links.size(), 2U);
+    // The first inherits the frame's HE Capabilities, the second has its own.
+    const auto& first = dynamic_cast<const Profile&>(links[0]).get_elements();
+    const auto* eht = first.find<IEEE802_11_EHTCapabilities>();
+    ASSERT_NE(eht, nullptr);
+    EXPECT_EQ(eht->get_320_mhz_mcs_nss_map().get_rx_max_nss(2), 2);
+    EXPECT_NE(first.find<IEEE802_11_Non_Inheritance>(), nullptr);
+    const auto& second = dynamic_cast<const Profile&>(links[1]).get_elements();
+    EXPECT_EQ(second.find<IEEE802_11_EHTCapabilities>()->get_160_mhz_mcs_nss_map(),
+              IEEE802_11_EHTCapabilities::EHT_MCS_NSS_MAP());
+    EXPECT_EQ(FieldText(*second.find<IEEE802_11_SupportedRatesBSSMembershipSelector>()).str(),
+              "supported_rates=[=130 =132 =139 =150 =12 =18 =24 =36 ] ");
+}
+
+TEST(MultiLink, IsBuiltLinkByLink) {
+    MultiLink element;
+    element.set_mld_mac_address(mld);
+    EXPECT_EQ(as_written(element), "ff 0a 6b 00 00 07 02 4e 55 56 70 be");
+    element.set_mld_capabilities(0x0061);
+    auto profile = std::make_unique<Profile>(2);
+    profile->set_complete(true);
+    profile->set_sta_mac_address(MACAddress("02:4E:55:56:82:BE"));
+    profile->set_nstr_indication_bitmap(5);
+    profile->set_tsf_offset(-2);
+    profile->set_tsf_offset(std::nullopt);
+    profile->set_capability_information(0x1111);
+    auto non_inheritance = std::make_unique<IEEE802_11_Non_Inheritance>();
+    non_inheritance->set_ids({IEEE802_11_Element_ID::HT_CAPABILITIES});
+    profile->get_elements().add_element(std::move(non_inheritance));
+    element.get_link_info().add_element(std::move(profile));
+    // The Non-Inheritance element's Length promises an octet more than it writes, here as well.
+    EXPECT_EQ(as_written(element),
+              "ff 20 6b 00 01 09 02 4e 55 56 70 be 61 00"
+              " 00 12 32 02 08 02 4e 55 56 82 be 05 11 11 ff 05 38 01 2d 00");
+    EXPECT_EQ(element.get_length(), 34U);
+
+    EXPECT_THROW(Profile(16), std::invalid_argument);
+    auto rates = std::make_unique<IEEE802_11_SupportedRatesBSSMembershipSelector>();
+    Profile refused;
+    EXPECT_THROW(refused.get_elements().add_element(std::move(rates)),
+                 serialization::SerializationException);
+    EXPECT_TRUE(refused.get_elements().empty());
+}
+
+TEST(MultiLink, StandsInANeighborReportUnderAnIdOfItsOwn) {
+    const MultiLink report(MultiLink::Mode::NEIGHBOR_REPORT);
+    const auto read = [](std::string_view hex) {
+        return read_as<MultiLink>(hex, MultiLink(MultiLink::Mode::NEIGHBOR_REPORT));
+    };
+    const MultiLink element = read("c9 0a 10 00 08 02 4e 55 56 70 be 03");
+    EXPECT_EQ(element.get_link_id(), 3);
+    EXPECT_EQ(as_written(element), "c9 0a 10 00 08 02 4e 55 56 70 be 03");
+    serialization::SerializationContext ctx;
+    for (const auto& [hex, error] : std::initializer_list<std::pair<const char*, const char*>>{
+             {"c9 03 01 00 00", "Only Basic Multi-Link elements allowed in Neighbor Report"},
+             {"ff 03 01 00 00", "Invalid ID"},
+             {"c9 08 00 00 07 02 4e 55 56 70", "Invalid length"}}) {
+        MultiLink refused(MultiLink::Mode::NEIGHBOR_REPORT);
+        EXPECT_EQ(test::message_of([&] { refused.deserialize(test::from_hex(hex), ctx); }), error);
+    }
+    MultiLink probe = sample("probe_request");
+    EXPECT_EQ(as_written(probe), "ff 05 6b 11 00 02 00");
+    probe.set_mode(MultiLink::Mode::NEIGHBOR_REPORT);
+    EXPECT_EQ(as_written(probe), "Only Basic Multi-Link elements allowed in Neighbor Report");
+}
+
+TEST(MultiLink, IsPutTogetherFromFragmentsAndTakenApartAgain) {
+    const auto make = [] { return std::make_unique<MultiLink>(); };
+    for (const test::Sample& sample : test::vectors("fragmented_multi_link")) {
+        test::Octets octets = sample.octets;
+        EXPECT_EQ(test::check_ways_of_reading_agree(make, octets), "") << sample.name;
+        if (sample.error.empty()) {
+            octets.insert(octets.end(), {0x0A, 0x00});  // another element
+        }
+        const auto reading = test::read_from_memory(make(), octets);
+        EXPECT_EQ(reading.error, sample.error) << sample.name;
+        if (reading.ok()) {
+            EXPECT_EQ(static_cast<std::size_t>(reading.position), sample.octets.size());
+            EXPECT_EQ(as_written(*reading.object), test::to_hex(sample.written)) << sample.name;
+            EXPECT_EQ(reading.object->get_length(), sample.written.size()) << sample.name;
+        }
+    }
+}
+
+TEST(MultiLink, ContinuesNoLongerThanAFrameMay) {
+    test::Octets octets;
+    for (unsigned piece = 0; piece < 60; ++piece) {
+        octets.insert(octets.end(), {static_cast<std::uint8_t>(piece == 0 ? 0xFF : 0xF2), 0xFF});
+        octets.resize(octets.size() + 255, 0x6B);
+    }
+    EXPECT_EQ(test::read_from_memory(std::make_unique<MultiLink>(), octets).error,
+              "Invalid length");
+}
+
+}  // namespace
+}  // namespace nuv::ieee802_11
