@@ -22,9 +22,9 @@ enum class IEEE802_11_EHTOperationChannelWidthValue : std::uint8_t {
 /// EHT Operation (ID 255, extension 106; IEEE Std 802.11be-2024, 9.4.2.321).
 ///
 /// Deliberate: the two numbers of more than one octet go over the wire most significant octet
-/// first; both ends of this system agree on it. Their values as the standard means them, least
-/// significant octet first, have accessors with the suffix `_standard`. And the bitmap is there when bit 1 of the
-/// parameters says so, with or without the operation information that the standard puts it into.
+/// first; both ends of this system agree on it. Their values as the standard means them have
+/// accessors with the suffix `_standard`. And the bitmap is there when bit 1 of the parameters says
+/// so, with or without the operation information that the standard puts it into.
 class NUV_EXPORT IEEE802_11_EHTOperation
     : public IEEE802_11_LayoutElement<IEEE802_11_EHTOperation,
                                       IEEE802_11_Element_ID::ELEMENT_ID_EXTENSION,
