@@ -5,6 +5,7 @@
 /// All elements and frames of IEEE 802.11.
 
 #include "nuv/ieee802_11/ieee802_11_assoc_request_frame.hpp"
+#include "nuv/ieee802_11/ieee802_11_beacon_report.hpp"
 #include "nuv/ieee802_11/ieee802_11_cipher_suite.hpp"
 #include "nuv/ieee802_11/ieee802_11_dummy_element.hpp"
 #include "nuv/ieee802_11/ieee802_11_eht_capabilities.hpp"
@@ -19,9 +20,12 @@
 #include "nuv/ieee802_11/ieee802_11_field_visitor.hpp"
 #include "nuv/ieee802_11/ieee802_11_he_capabilities.hpp"
 #include "nuv/ieee802_11/ieee802_11_ht_capabilities.hpp"
+#include "nuv/ieee802_11/ieee802_11_measurement_report.hpp"
+#include "nuv/ieee802_11/ieee802_11_measurement_report_field_base.hpp"
 #include "nuv/ieee802_11/ieee802_11_mobility_domain.hpp"
 #include "nuv/ieee802_11/ieee802_11_multi_link.hpp"
 #include "nuv/ieee802_11/ieee802_11_multiple_mac_sublayers.hpp"
+#include "nuv/ieee802_11/ieee802_11_neighbor_report.hpp"
 #include "nuv/ieee802_11/ieee802_11_non_inheritance.hpp"
 #include "nuv/ieee802_11/ieee802_11_operating_mode_notification.hpp"
 #include "nuv/ieee802_11/ieee802_11_per_sta_profile.hpp"

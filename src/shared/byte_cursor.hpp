@@ -2,6 +2,7 @@
 #pragma once
 
 #include <algorithm>
+#include <concepts>
 #include <cstddef>
 #include <cstdint>
 #include <ios>
@@ -125,8 +126,13 @@ private:
 
 // One name for reading from either source.
 template <class T>
-void read_value(ByteCursor& source, serialization::SerializationContext& /*ctx*/, T& value) {
-    source.read(value);
+void read_value(ByteCursor& source, [[maybe_unused]] serialization::SerializationContext& ctx,
+                T& value) {
+    if constexpr (std::derived_from<T, serialization::BinarySerializable>) {
+        value.deserialize_from(source, ctx);
+    } else {
+        source.read(value);
+    }
 }
 template <class T>
 void read_value(std::istream& source, serialization::SerializationContext& ctx, T& value) {

@@ -69,6 +69,9 @@ std::map<std::string, Octets> generated_files() {
     for (const Sample& sample : vectors("assoc_request_bodies")) {
         files["fuzz/corpus/assoc_request/" + sample.name] = sample.octets;
     }
+    for (const Sample& sample : vectors("beacon_reports")) {
+        files["fuzz/corpus/beacon_report/" + sample.name] = sample.octets;
+    }
     std::vector<Sample> samples = elements();
     for (const char* file : {"malformed_elements", "fragmented_multi_link"}) {
         std::ranges::move(vectors(file), std::back_inserter(samples));

@@ -82,8 +82,11 @@ TEST_F(ElementBattery, EveryProperPrefixIsRefusedUnlessOnlySurplusIsMissing) {
                                 sample.octets.begin() + static_cast<std::ptrdiff_t>(size));
             EXPECT_EQ(check_ways_of_reading_agree(maker(sample), prefix), "");
             const auto reading = read_from_memory(maker(sample)(), prefix);
-            // On a memory stream the surplus is missed by the fail bit only.
-            EXPECT_EQ(reading.ok(), size >= sample.octets.size() - sample.surplus) << reading.error;
+            // On a memory stream the surplus is missed by the fail bit only. A beacon report may end
+            // behind each subelement.
+            const bool enough = size >= sample.octets.size() - sample.surplus ||
+                                (sample.octets[0] == 39 && reading.object->get_length() == size);
+            EXPECT_EQ(reading.ok(), enough) << reading.error;
             EXPECT_NE(reading.state & std::ios_base::failbit, 0);
         }
     }
@@ -140,13 +143,18 @@ TEST_F(ElementBattery, EveryLengthOctetIsReadToItsEndOrRefusedWithAKnownText) {
         "Deserialization of type std::uint8_t failed.",
         "Deserialization of type std::uint16_t failed.",
         "Deserialization of type std::uint32_t failed.",
+        "Deserialization of type std::uint64_t failed.",
         "Invalid counter",
         "Invalid length",
         "Invalid length: must fit IEEE802_11_DupleOperatingClass",
         "Invalid length: must fit an OUI",
+        "Invalid length: no measurement report allowed",
         "Invalid size",
         "Invalid version",
+        "Number of vendor elements exceeds secure limit!",
+        "Only Basic Multi-Link elements allowed in Neighbor Report",
         "Sanity Check: Unconsumed length",
+        "Seek failed",
     };
     std::mt19937 random(20250314);
     for (const Sample& sample : samples_) {

@@ -1,0 +1,143 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "nuv/ieee802_11/ieee802_11_neighbor_report.hpp"
+
+#include <gtest/gtest.h>
+
+#include <type_traits>
+
+#include "support/elements.hpp"
+
+namespace nuv::ieee802_11 {
+namespace {
+
+using Report = IEEE802_11_NeighborReport;
+using Preference = Report::BSSTransitionCandidatePreference;
+using Dummy = Report::DummySubElement;
+using SubID = IEEE802_11_NeigborReportSubelem_ID;
+
+static_assert(!std::is_copy_constructible_v<Report> && std::is_move_constructible_v<Report>);
+
+const MACAddress bssid("00:11:22:33:44:55");
+const std::string fixed = "00 11 22 33 44 55 8f 04 00 00 51 06 07";
+
+TEST(NeighborReport, IsBuiltWithAndWithoutSubelements) {
+    EXPECT_EQ(test::as_written(Report(bssid, 0x48F, 81, 6, PHYType::HT)), "34 0d " + fixed);
+    Report report(bssid, 0x48F, 81, 6, PHYType::HT, std::make_unique<Preference>(std::uint8_t{9}));
+    EXPECT_EQ(test::as_written(report), "34 10 " + fixed + " 03 01 09");
+
+    Report::SubElementList list;
+    list.push_back(std::make_unique<Dummy>(SubID{2}, IEEE802_11_Body{0x41}));
+    list.push_back(std::move(report.sub_elements().front()));
+    const Report both(bssid, 0x48F, 81, 6, PHYType::HT, std::move(list));
+    EXPECT_EQ(test::as_written(both), "34 13 " + fixed + " 02 01 41 03 01 09");
+    EXPECT_EQ(both, test::read_as<Report>("34 13 " + fixed + " 02 01 41 03 01 09"));
+
+    report.sub_elements().clear();
+    Report set;
+    set.set_bssid(bssid);
+    set.set_bssid_information(0x48F);
+    set.set_operating_class(81);
+    set.set_channel_number(6);
+    EXPECT_NE(set, report);
+    set.set_phy_type(PHYType::HT);
+    EXPECT_EQ(set, report);
+}
+
+TEST(NeighborReport, FindsTheFirstSubelementOfAnID) {
+    const auto report = test::read_as<Report>("34 13 " + fixed + " 03 01 64 03 01 ff");
+    const auto* first = dynamic_cast<const Preference*>(
+        report.get_first_sub_element_by_id(SubID::BSS_TRANSITION_CANDIDATE_PREFERENCE));
+    ASSERT_NE(first, nullptr);
+    EXPECT_EQ(first->get_preference(), 100);
+    EXPECT_EQ(report.get_first_sub_element_by_id(SubID::BASIC_MULTI_LINK), nullptr);
+    EXPECT_EQ(report.get_first_sub_element_by_id(SubID{0}), nullptr);
+}
+
+TEST(NeighborReport, SubelementWithoutBodyIsKeptInTheMiddleAndLostAtTheEnd) {
+    const auto middle = test::read_as<Report>("34 12 " + fixed + " 46 00 03 01 ff");
+    ASSERT_EQ(middle.sub_elements().size(), 2U);
+    EXPECT_EQ(*middle.sub_elements().front(), Dummy(SubID{70}));
+    EXPECT_TRUE(test::read_as<Report>("34 0f " + fixed + " 46 00").sub_elements().empty());
+}
+
+TEST(NeighborReport, SubelementsOfDifferentClassesAreNotEqualWhateverTheirOctets) {
+    const Preference preference(9);
+    const Dummy dummy(SubID{3}, IEEE802_11_Body{9});
+    EXPECT_EQ(test::written(preference), test::written(dummy));
+    EXPECT_FALSE(preference == dummy);
+    EXPECT_FALSE(dummy == preference);
+    EXPECT_NE(preference, Preference(8));
+    EXPECT_NE(dummy, Dummy(SubID{4}, IEEE802_11_Body{9}));
+    EXPECT_NE(dummy, Dummy(SubID{3}, IEEE802_11_Body{8}));
+}
+
+TEST(NeighborReport, BasicMultiLinkIsASubelementOfItsOwnFraming) {
+    using MultiLink = Report::BasicMultiLinkSubElement;
+    const MACAddress mld("02:11:22:33:44:55");
+    const MultiLink plain(mld);
+    EXPECT_EQ(plain.get_length(), 11U);
+    EXPECT_EQ(test::written(plain), "c9 09 00 00 07 02 11 22 33 44 55");
+
+    IEEE802_11_MultiLink element;
+    element.set_mld_mac_address(mld);
+    element.set_link_id(2);
+    const MultiLink with_link(std::move(element));
+    EXPECT_EQ(test::written(with_link), "c9 0a 10 00 08 02 11 22 33 44 55 02");
+    EXPECT_NE(with_link, plain);
+
+    const auto report =
+        test::read_as<Report>("34 1b " + fixed + " c9 0a 10 00 08 02 11 22 33 44 55 02 46 00");
+    const auto* found =
+        dynamic_cast<const MultiLink*>(report.get_first_sub_element_by_id(SubID::BASIC_MULTI_LINK));
+    ASSERT_NE(found, nullptr);
+    EXPECT_EQ(*found, with_link);
+    EXPECT_EQ(found->get_basic_multi_link_element().get_link_id(), 2);
+
+    IEEE802_11_MultiLink probe;
+    probe.set_body(1, {});
+    EXPECT_EQ(test::message_of([&] { MultiLink refused(std::move(probe)); }),
+              "Multi-Link Element must be of basic type");
+}
+
+TEST(NeighborReport, SumOfItsSubelementsIsKeptInEightBits) {
+    Report report;
+    for (const std::size_t size : {240, 241, 253, 254, 255}) {
+        report.sub_elements().clear();
+        report.sub_elements().push_back(
+            std::make_unique<Dummy>(SubID{221}, std::vector<std::uint8_t>(size)));
+        EXPECT_EQ(report.get_length(), 15 + (size + 2) % 256);
+        const auto octets = test::write(report).octets;
+        EXPECT_EQ(octets.size(), 17 + size);
+        EXPECT_EQ(octets[1], (octets.size() - 2) % 256);
+    }
+    EXPECT_EQ(test::write(Dummy(SubID{221}, std::vector<std::uint8_t>(256))).error,
+              "Invalid length");
+}
+
+TEST(NeighborReport, PartsCheckTheirIdentifiers) {
+    serialization::SerializationContext ctx;
+    const auto error = [&](auto&& part, const std::string& hex) {
+        std::istringstream is(test::to_string(test::from_hex(hex)));
+        return test::message_of([&] { part.deserialize_impl(is, ctx); });
+    };
+    EXPECT_EQ(error(Report(), "35"), "Invalid ID");
+    EXPECT_EQ(error(Preference(), "04"), "Invalid ID");
+    EXPECT_EQ(error(Preference(), "03 02 00 00"), "Invalid length");
+    Dummy dummy(SubID{1});
+    EXPECT_EQ(error(dummy, "27 02 aa bb cc"), "");
+    EXPECT_EQ(dummy, Dummy(SubID{39}, (IEEE802_11_Body{0xAA, 0xBB})));
+}
+
+TEST(NeighborReport, TextAndFieldsNameItsParts) {
+    const auto report = test::read_as<Report>("34 13 " + fixed + " 03 01 ff 46 01 2a");
+    EXPECT_EQ((std::ostringstream() << report).str(),
+              "00:11:22:33:44:55\n00000000000000000000010010001111 (BSSID information)\n"
+              "81 (opclass)\n6 (channel)\nHT (phy type)\n3 (sub-element)\n70 (sub-element)");
+    EXPECT_EQ(test::FieldText(report).str(),
+              "bssid=00:11:22:33:44:55 bssid_information=8f 04 00 00 operating_class=81 "
+              "channel_number=6 phy_type=7 subelements=[={id=3 fields={preference=255 } } "
+              "={id=70 fields={payload_hex=2a } } ] ");
+}
+
+}  // namespace
+}  // namespace nuv::ieee802_11
