@@ -16,7 +16,7 @@ struct EncodedFrame {
     std::size_t body = 0;              ///< where the body begins
 };
 
-/// Makes the request that write_json() describes so. Of what is there twice, only the elements are
+/// Makes the frame that write_json() describes so. Of what is there twice, only the elements are
 /// read; members that write_json() does not know are refused. Throws FieldError.
 EncodedFrame read_json(nuv::serialization::YAJLNode document);
 
