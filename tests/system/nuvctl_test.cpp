@@ -460,6 +460,10 @@ TEST_F(NuvctlTest, DecodesActionFramesAndEncodesThemAgain) {
         // Behind the file's header, which says how long a record may be.
         EXPECT_EQ(content("d.pcap").substr(24), content("c.pcap").substr(24)) << row.body;
     }
+    EXPECT_EQ(nuvctl("decode c.pcap | sed 's/target_bssid\":null/target_bssid\":7/' | '" NUVCTL
+                     "' encode")
+                  .err,
+              "nuvctl: -: line 1: target_bssid: not known here, or there twice\n");
 }
 
 TEST_F(NuvctlTest, SaysWhereAnActionFrameCannotBeRead) {
