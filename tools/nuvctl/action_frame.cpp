@@ -58,7 +58,8 @@ std::size_t read_fields(Octets body, std::span<const ActionField> fields, Action
     const Octets behind_token = body.subspan(std::min(body.size(), token + 1));
     std::size_t at = token + 1;
     for (const ActionField& field : fields) {
-        ActionFrame::Value& value = frame.values.emplace_back(&field, std::nullopt);
+        ActionFrame::Value& value = frame.values.emplace_back();
+        value.field = &field;
         if (frame.error || !field.is_in(behind_token)) {
             continue;
         }

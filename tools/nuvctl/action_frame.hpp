@@ -54,7 +54,7 @@ std::span<const ActionType> action_types();
 /// was read from.
 struct ActionFrame : DecodedFrame {
     struct Value {
-        const ActionField* field;
+        const ActionField* field = nullptr;
         std::optional<Octets> octets;  ///< none where the field is not there
     };
 
