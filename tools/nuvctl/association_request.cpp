@@ -2,7 +2,6 @@
 #include "association_request.hpp"
 
 #include <algorithm>
-#include <array>
 
 #include "nuv/ieee802_11/ieee802_11_assoc_request_frame.hpp"
 
@@ -17,36 +16,9 @@ using ID = nuv::ieee802_11::IEEE802_11_Element_ID;
 using Ext = nuv::ieee802_11::IEEE802_11_Element_ID_Extension;
 
 constexpr std::size_t fixed_fields = 4;  // capability information, listen interval
-constexpr std::size_t address_length = 6;
 
 std::uint16_t little_endian_16(Octets octets) {
     return static_cast<std::uint16_t>(octets[0] | octets[1] << 8U);
-}
-
-nuv::MACAddress address(Octets octets) {
-    std::array<std::uint8_t, address_length> value{};
-    std::copy_n(octets.begin(), value.size(), value.begin());
-    return nuv::MACAddress(value);
-}
-
-/// Where the body begins; none for another frame than a (re)association request.
-std::optional<std::size_t> body_offset(Octets frame) {
-    constexpr std::size_t mac_header = 24;
-    constexpr std::uint8_t association = 0x00;
-    constexpr std::uint8_t reassociation = 0x20;
-    constexpr std::uint8_t protected_frame = 0x40;
-    constexpr std::uint8_t order = 0x80;
-    constexpr std::uint8_t fragment_number = 0x0F;
-    constexpr std::size_t ht_control = 4;
-    if (frame.size() < mac_header || (frame[0] != association && frame[0] != reassociation)) {
-        return std::nullopt;
-    }
-    // An encrypted body and a later fragment do not begin with what a request begins with.
-    if ((frame[1] & protected_frame) != 0 || (frame[22] & fragment_number) != 0) {
-        return std::nullopt;
-    }
-    const std::size_t offset = mac_header + ((frame[1] & order) != 0 ? ht_control : 0);
-    return offset <= frame.size() ? std::optional(offset) : std::nullopt;
 }
 
 /// What the library says of the whole body.
@@ -92,29 +64,30 @@ bool AssociationRequest::has(Ext extension) const {
     });
 }
 
-std::optional<AssociationRequest> association_request(const MacFrame& frame) {
-    const auto offset = body_offset(frame.octets);
-    if (!offset) {
+std::optional<AssociationRequest> association_request(const ManagementFrame& frame) {
+    const bool reassociation = frame.subtype == Subtype::REASSOCIATION_REQUEST;
+    if (!reassociation && frame.subtype != Subtype::ASSOCIATION_REQUEST) {
         return std::nullopt;
     }
     AssociationRequest request;
-    request.reassociation = frame.octets[0] != 0;
-    request.station = address(frame.octets.subspan(10));
-    request.bssid = address(frame.octets.subspan(16));
+    request.type =
+        reassociation ? AssociationRequest::reassociation : AssociationRequest::association;
+    request.station = frame.transmitter;
+    request.bssid = frame.bssid;
 
-    const Octets body = frame.octets.subspan(*offset);
+    const Octets body = frame.body;
     if (body.size() >= fixed_fields) {
         request.capability_information = little_endian_16(body);
         request.listen_interval = little_endian_16(body.subspan(2));
     }
     std::size_t elements_begin = fixed_fields;
-    if (request.reassociation) {
-        elements_begin += address_length;
+    if (reassociation) {
+        elements_begin += mac_address_length;
         if (body.size() >= elements_begin) {
-            request.current_ap = address(body.subspan(fixed_fields));
+            request.current_ap = address_in(body.subspan(fixed_fields));
         }
     }
-    request.elements = read_elements(body, elements_begin);
+    request.elements = read_elements(body, elements_begin, ElementMaker::Frame::REQUEST);
     // The library knows the frame without the current AP's address.
     std::vector<std::uint8_t> without_address(body.begin(), body.end());
     const auto place = [&](std::size_t at) {

@@ -8,30 +8,20 @@
 #include <string>
 #include <vector>
 
-#include "element.hpp"
-#include "link_layer.hpp"
-#include "nuv/mac_address.hpp"
+#include "management_frame.hpp"
 
 namespace nuvctl {
 
-/// What is wrong with a frame.
-struct FrameError {
-    std::string message;
-    std::optional<std::size_t> element;  ///< index of the element at which it happened
-};
-
 /// A decoded (re)association request. What the body is too short for is absent. Valid as long as the
 /// octets it was read from.
-struct AssociationRequest {
-    bool reassociation = false;
-    nuv::MACAddress station;
-    nuv::MACAddress bssid;
+struct AssociationRequest : DecodedFrame {
+    static constexpr std::string_view association = "association_request";
+    static constexpr std::string_view reassociation = "reassociation_request";
+
     std::optional<nuv::MACAddress> current_ap;
     std::optional<std::uint16_t> capability_information;
     std::optional<std::uint16_t> listen_interval;  ///< in beacon intervals, as the air means it
     std::span<const std::uint8_t> ssid;
-    std::vector<Element> elements;
-    std::optional<FrameError> error;  ///< none when the library read the whole frame
 
     /// The last element of this class that could be read: the one that counts.
     template <class E>
@@ -48,6 +38,6 @@ struct AssociationRequest {
 };
 
 /// The request in a frame, none if the frame is something else.
-std::optional<AssociationRequest> association_request(const MacFrame& frame);
+std::optional<AssociationRequest> association_request(const ManagementFrame& frame);
 
 }  // namespace nuvctl

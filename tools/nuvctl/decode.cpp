@@ -2,11 +2,13 @@
 #include <unistd.h>
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <iostream>
 #include <memory>
 #include <string>
 #include <vector>
 
+#include "action_frame.hpp"
 #include "association_request.hpp"
 #include "capture_file.hpp"
 #include "command.hpp"
@@ -25,7 +27,17 @@ struct Options {
     std::vector<std::string> files;
     bool pretty = false;
     bool summary = false;
+    std::vector<std::string> types;  // none for all
 };
+
+std::vector<std::string> type_names() {
+    std::vector<std::string> names{std::string(AssociationRequest::association),
+                                   std::string(AssociationRequest::reassociation)};
+    for (const ActionType& type : action_types()) {
+        names.emplace_back(type.name);
+    }
+    return names;
+}
 
 /// How far a large file is read, for somebody who watches.
 class Progress {
@@ -85,15 +97,13 @@ public:
                 status = 1;
             }
         }
-        if (options_.summary && requests_ != 0) {
-            summary_.print(std::cout);
-        }
+        summary_.print(std::cout);
         std::cout.flush();
         if (!std::cout) {
             return write_failed("-");
         }
-        if (requests_ == 0 && status == 0) {
-            std::cerr << "nuvctl: no association request in " << records_ << " records\n";
+        if (frames_ == 0 && status == 0) {
+            std::cerr << "nuvctl: none of the frames looked for in " << records_ << " records\n";
         }
         return status;
     }
@@ -110,41 +120,64 @@ private:
             ++records_;
             progress.update();
             const auto frame = mac_frame(file.link_type(), *record);
-            const auto request = frame ? association_request(*frame) : std::nullopt;
-            if (!request) {
+            const auto management = frame ? management_frame(*frame) : std::nullopt;
+            if (!management) {
                 continue;
             }
-            ++requests_;
-            if (options_.summary) {
-                summary_.add(*request);
-                continue;
-            }
-            if (at_once_) {
-                progress.hide();  // they may share the terminal
-            }
-            write_json(std::cout, name, *record, *frame, *request, options_.pretty);
-            if (at_once_ || file.is_live()) {
-                std::cout.flush();
+            const auto show = [&](const auto& decoded) {
+                if (!is_wanted(decoded.type)) {
+                    return;
+                }
+                ++frames_;
+                if (options_.summary) {
+                    summary_.add(decoded);
+                    return;
+                }
+                if (at_once_) {
+                    progress.hide();  // they may share the terminal
+                }
+                write_json(std::cout, {name, *record, *frame}, decoded, options_.pretty);
+                if (at_once_ || file.is_live()) {
+                    std::cout.flush();
+                }
+            };
+            if (const auto request = association_request(*management)) {
+                show(*request);
+            } else if (const auto action = action_frame(*management)) {
+                show(*action);
             }
         }
+    }
+
+    bool is_wanted(std::string_view type) const {
+        return options_.types.empty() || std::ranges::count(options_.types, type) != 0;
     }
 
     const Options& options_;
     bool at_once_;
     Summary summary_;
     std::uint64_t records_ = 0;
-    std::uint64_t requests_ = 0;
+    std::uint64_t frames_ = 0;
 };
 
 }  // namespace
 
 void add_decode(CLI::App& nuvctl, int& status) {
     auto* command = nuvctl.add_subcommand(
-        "decode", "Decode the (re)association requests of capture files: one JSON object a line");
+        "decode",
+        "Decode (re)association requests, measurement and neighbor reports and BSS transition\n"
+        "management frames of capture files: one JSON object a line");
     auto options = std::make_shared<Options>();
     auto* pretty = command->add_flag("--pretty", options->pretty, "Indent the JSON");
     command->add_flag("--summary", options->summary, "Print a table instead, one line a station")
         ->excludes(pretty);
+    command
+        ->add_option("--type", options->types,
+                     "Only frames of this type; may be given again, or several with commas")
+        ->delimiter(',')
+        ->allow_extra_args(false)
+        ->type_name("TYPE")
+        ->check(CLI::IsMember(type_names()));
     command->add_option("FILE", options->files, "pcap or pcapng, - is standard input")->required();
     command->footer(
         "Reads the link types IEEE 802.11 (105), Prism (119) and radiotap (127). Numbers are what "

@@ -123,15 +123,15 @@ void write_rsn(Json& json, const AssociationRequest& request) {
     json.close_object();
 }
 
-void write_error(Json& json, const AssociationRequest& request) {
-    if (!request.error) {
+void write_error(Json& json, const DecodedFrame& frame) {
+    if (!frame.error) {
         json.null("error");
         return;
     }
     json.open_object("error");
-    json.text("message", to_utf8(request.error->message));
-    if (request.error->element) {
-        const Element& element = request.elements[*request.error->element];
+    json.text("message", to_utf8(frame.error->message));
+    if (frame.error->element) {
+        const Element& element = frame.elements[*frame.error->element];
         json.open_object("element");
         json.number("id", element.id);
         json.optional_number("extension", element.extension);
@@ -169,38 +169,29 @@ void write_element(Json& json, const Element& element) {
     json.close_object();
 }
 
-}  // namespace
-
-void write_json(std::ostream& os, std::string_view file, const Record& record,
-                const MacFrame& frame, const AssociationRequest& request, bool pretty) {
+/// Writes what all frames have, and between it what `middle` writes.
+template <class Middle>
+void write_frame(std::ostream& os, const Source& source, const DecodedFrame& frame, bool pretty,
+                 Middle middle) {
     YAJLStream stream(os, static_cast<YAJLStream::YAJLIndentation>(pretty ? 2 : 0));
     Json json(stream);
     json.open_object({});
-    json.text("file", to_utf8(file));
-    json.number("frame", record.number);
-    json.text("time", to_string(record.time));
-    json.text("type", request.reassociation ? "reassociation_request" : "association_request");
-    json.text("station", request.station.to_string());
-    json.text("bssid", request.bssid.to_string());
-    request.current_ap ? json.text("current_ap", request.current_ap->to_string())
-                       : json.null("current_ap");
-    json.optional_number("capability_information", request.capability_information);
-    json.optional_number("listen_interval", request.listen_interval);
-    const std::string_view ssid(reinterpret_cast<const char*>(request.ssid.data()),
-                                request.ssid.size());
-    is_utf8(ssid) ? json.text("ssid", ssid) : json.null("ssid");
-    json.text("ssid_hex", to_hex(request.ssid));
-    json.text("security", security_text(request));
-    write_rsn(json, request);
-    if (frame.bad_fcs) {
+    json.text("file", to_utf8(source.file));
+    json.number("frame", source.record.number);
+    json.text("time", to_string(source.record.time));
+    json.text("type", frame.type);
+    json.text("station", frame.station.to_string());
+    json.text("bssid", frame.bssid.to_string());
+    middle(json);
+    if (source.mac.bad_fcs) {
         json.text("fcs", "bad");
     }
-    if (frame.truncated) {
+    if (source.mac.truncated) {
         json.boolean("truncated", true);
     }
-    write_error(json, request);
+    write_error(json, frame);
     json.open_list("elements");
-    for (const Element& element : request.elements) {
+    for (const Element& element : frame.elements) {
         write_element(json, element);
     }
     json.close_list();
@@ -208,6 +199,53 @@ void write_json(std::ostream& os, std::string_view file, const Record& record,
     if (!pretty) {
         os << '\n';
     }
+}
+
+void write_value(Json& json, const ActionFrame::Value& value) {
+    using Kind = ActionField::Kind;
+    const auto& [field, octets] = value;
+    if (field->kind == Kind::SUBELEMENT) {
+        return;
+    }
+    if (!octets) {
+        json.null(field->name);
+    } else if (field->kind == Kind::NUMBER) {
+        std::uint64_t number = 0;
+        for (std::size_t k = octets->size(); k-- > 0;) {
+            number = number << 8U | (*octets)[k];
+        }
+        json.number(field->name, number);
+    } else {
+        json.text(field->name, field->kind == Kind::ADDRESS ? address_in(*octets).to_string()
+                               : field->kind == Kind::TEXT  ? to_utf8(as_text(*octets))
+                                                            : to_hex(*octets));
+    }
+}
+
+}  // namespace
+
+void write_json(std::ostream& os, const Source& source, const AssociationRequest& request,
+                bool pretty) {
+    write_frame(os, source, request, pretty, [&](Json& json) {
+        request.current_ap ? json.text("current_ap", request.current_ap->to_string())
+                           : json.null("current_ap");
+        json.optional_number("capability_information", request.capability_information);
+        json.optional_number("listen_interval", request.listen_interval);
+        const std::string_view ssid = as_text(request.ssid);
+        is_utf8(ssid) ? json.text("ssid", ssid) : json.null("ssid");
+        json.text("ssid_hex", to_hex(request.ssid));
+        json.text("security", security_text(request));
+        write_rsn(json, request);
+    });
+}
+
+void write_json(std::ostream& os, const Source& source, const ActionFrame& frame, bool pretty) {
+    write_frame(os, source, frame, pretty, [&](Json& json) {
+        json.optional_number("dialog_token", frame.dialog_token);
+        for (const ActionFrame::Value& value : frame.values) {
+            write_value(json, value);
+        }
+    });
 }
 
 }  // namespace nuvctl

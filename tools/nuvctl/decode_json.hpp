@@ -4,15 +4,24 @@
 #include <iosfwd>
 #include <string_view>
 
+#include "action_frame.hpp"
 #include "association_request.hpp"
 #include "capture_file.hpp"
 #include "link_layer.hpp"
 
 namespace nuvctl {
 
-/// Writes a request as one JSON object and a newline; indented if `pretty`. Throws
+/// Where a frame comes from.
+struct Source {
+    std::string_view file;
+    const Record& record;
+    const MacFrame& mac;
+};
+
+/// Each writes a frame as one JSON object and a newline; indented if `pretty`. Throws
 /// nuv::serialization::SerializationException when the stream fails.
-void write_json(std::ostream& os, std::string_view file, const Record& record,
-                const MacFrame& frame, const AssociationRequest& request, bool pretty);
+void write_json(std::ostream& os, const Source& source, const AssociationRequest& request,
+                bool pretty);
+void write_json(std::ostream& os, const Source& source, const ActionFrame& frame, bool pretty);
 
 }  // namespace nuvctl

@@ -212,22 +212,34 @@ void print_row(std::ostream& os, std::span<const std::string> cells,
     os << '\n';
 }
 
-/// "security: NONE 1, WPA2PSK 2": in how many cells of a column each word stands.
+using Counts = std::map<std::string, std::size_t>;
+
+/// In how many cells of a column each word stands.
 template <class Stations>
-void print_counts(std::ostream& os, const char* title, const Stations& stations,
-                  std::size_t column) {
-    std::map<std::string, std::size_t> counts;
+Counts words_in(const Stations& stations, std::size_t column) {
+    Counts counts;
     for (const auto& [address, station] : stations) {
         std::istringstream words(station.cells[column]);
         for (std::string word; words >> word;) {
             ++counts[word];
         }
     }
+    return counts;
+}
+
+/// "security: NONE 1, WPA2PSK 2"
+void print_counts(std::ostream& os, const char* title, const Counts& counts) {
     const char* separator = ": ";
     os << title;
     for (const auto& [word, number] : counts) {
         os << separator << word << ' ' << number;
         separator = ", ";
+    }
+}
+
+void print_errors(std::ostream& os, std::uint64_t errors) {
+    if (errors != 0) {
+        os << ", " << errors << " with errors (see the JSON)";
     }
     os << '\n';
 }
@@ -241,8 +253,7 @@ std::string count(std::uint64_t number, const std::string& singular, const std::
 void Summary::add(const AssociationRequest& request) {
     ++requests_;
     errors_ += request.error ? 1U : 0U;
-    const Printable ssid =
-        to_printable({reinterpret_cast<const char*>(request.ssid.data()), request.ssid.size()});
+    const Printable ssid = to_printable(as_text(request.ssid));
     const auto [station, added] =
         stations_.try_emplace(request.station, Station{stations_.size(), {}, 0});
     station->second.ssid_columns = ssid.text.empty() ? 1 : ssid.columns;
@@ -256,7 +267,22 @@ void Summary::add(const AssociationRequest& request) {
                              bands(request)};
 }
 
+void Summary::add(const ActionFrame& frame) {
+    ++actions_[std::string(frame.type)];
+    action_errors_ += frame.error ? 1U : 0U;
+}
+
 void Summary::print(std::ostream& os) const {
+    if (requests_ != 0) {
+        print_stations(os);
+    }
+    if (!actions_.empty()) {
+        print_counts(os, "action frames", actions_);
+        print_errors(os, action_errors_);
+    }
+}
+
+void Summary::print_stations(std::ostream& os) const {
     std::vector<const Station*> order(stations_.size());
     for (const auto& [address, station] : stations_) {
         order[station.order] = &station;
@@ -283,12 +309,11 @@ void Summary::print(std::ostream& os) const {
     os << '\n'
        << count(requests_, "request", "requests") << " of "
        << count(stations_.size(), "station", "stations");
-    if (errors_ != 0) {
-        os << ", " << errors_ << " with errors (see the JSON)";
-    }
+    print_errors(os, errors_);
+    print_counts(os, "generations", words_in(stations_, generations_column));
     os << '\n';
-    print_counts(os, "generations", stations_, generations_column);
-    print_counts(os, "security", stations_, security_column);
+    print_counts(os, "security", words_in(stations_, security_column));
+    os << '\n';
 }
 
 }  // namespace nuvctl

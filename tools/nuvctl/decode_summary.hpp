@@ -7,17 +7,22 @@
 #include <string>
 #include <vector>
 
+#include "action_frame.hpp"
 #include "association_request.hpp"
 
 namespace nuvctl {
 
-/// The table for people: one line a station, as its last request has it, then counts.
+/// The table for people: one line a station, as its last request has it, then counts, also of the
+/// action frames.
 class Summary {
 public:
     void add(const AssociationRequest& request);
+    void add(const ActionFrame& frame);
     void print(std::ostream& os) const;
 
 private:
+    void print_stations(std::ostream& os) const;
+
     struct Station {
         std::size_t order;               ///< of its first request
         std::vector<std::string> cells;  ///< texts from outside are escaped
@@ -27,6 +32,8 @@ private:
     std::map<nuv::MACAddress, Station> stations_;
     std::uint64_t requests_ = 0;
     std::uint64_t errors_ = 0;
+    std::map<std::string, std::size_t> actions_;
+    std::uint64_t action_errors_ = 0;
 };
 
 }  // namespace nuvctl

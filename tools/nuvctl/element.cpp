@@ -4,6 +4,8 @@
 #include <algorithm>
 
 #include "nuv/ieee802_11/ieee802_11_he_capabilities.hpp"
+#include "nuv/ieee802_11/ieee802_11_measurement_report.hpp"
+#include "nuv/ieee802_11/ieee802_11_neighbor_report.hpp"
 #include "nuv/serialization_exception.hpp"
 
 namespace nuvctl {
@@ -45,6 +47,12 @@ Element read_element(Octets rest, ElementMaker& maker) {
 }  // namespace
 
 ElementMaker::ElementPtr ElementMaker::make(std::uint8_t id, std::uint8_t extension) const {
+    if (frame_ == Frame::REPORT && static_cast<ID>(id) == ID::MEASUREMENT_REPORT) {
+        return std::make_unique<nuv::ieee802_11::IEEE802_11_MeasurementReport>();
+    }
+    if (frame_ == Frame::REPORT && static_cast<ID>(id) == ID::NEIGHBOR_REPORT) {
+        return std::make_unique<nuv::ieee802_11::IEEE802_11_NeighborReport>();
+    }
     return static_cast<ID>(id) == ID::ELEMENT_ID_EXTENSION
                ? known_.create_extended_element(static_cast<Ext>(extension))
                : known_.create_element(static_cast<ID>(id));
@@ -57,11 +65,11 @@ void ElementMaker::remember(const nuv::ieee802_11::IEEE802_11_Element_Base& elem
     }
 }
 
-std::vector<Element> read_elements(Octets body, std::size_t begin) {
+std::vector<Element> read_elements(Octets body, std::size_t begin, ElementMaker::Frame frame) {
     constexpr std::size_t header = 2;
     constexpr std::size_t max_length = 255;
     constexpr std::uint8_t fragment_id = 242;
-    ElementMaker maker;
+    ElementMaker maker(frame);
     std::vector<Element> elements;
     for (std::size_t at = begin; at < body.size();) {
         Element element = read_element(body.subspan(at), maker);

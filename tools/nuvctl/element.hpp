@@ -24,12 +24,19 @@ struct Element {
     Octets body;  ///< behind ID, Length and extension, as far as it is there
     std::unique_ptr<nuv::ieee802_11::IEEE802_11_Element_Base> typed;  ///< null if it cannot be read
     std::string error;                                                ///< why it cannot be read
+
+    /// Whether the body ends before the element does.
+    bool is_cut_short() const { return body.size() + (extension ? 1U : 0U) < length.value_or(1); }
 };
 
-/// Makes elements as the frame's class does: some take their shape from those before them.
+/// Makes elements as an association request's class does: some take their shape from those before
+/// them. In frames with reports also these have a class.
 class ElementMaker {
 public:
+    enum class Frame : std::uint8_t { REQUEST, REPORT };
     using ElementPtr = std::unique_ptr<nuv::ieee802_11::IEEE802_11_Element_Base>;
+
+    explicit ElementMaker(Frame frame) : frame_(frame) {}
 
     /// A new element, a raw one where there is no class. `extension` matters for ID 255. Throws
     /// SerializationException where the element that gives it its shape is missing.
@@ -38,11 +45,12 @@ public:
     void remember(const nuv::ieee802_11::IEEE802_11_Element_Base& element);
 
 private:
+    Frame frame_;
     nuv::ieee802_11::AssocRequestFrame::ElementContainer known_;
 };
 
 /// Reads the elements from `begin` to the end of `body` one by one, as the frame's class does, but goes
 /// on behind one that fails. They are valid as long as `body`.
-std::vector<Element> read_elements(Octets body, std::size_t begin);
+std::vector<Element> read_elements(Octets body, std::size_t begin, ElementMaker::Frame frame);
 
 }  // namespace nuvctl

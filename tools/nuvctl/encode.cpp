@@ -183,8 +183,7 @@ private:
 }  // namespace
 
 void add_encode(CLI::App& nuvctl, int& status) {
-    auto* command = nuvctl.add_subcommand(
-        "encode", "Turn the JSON of decode back into the bodies of (re)association requests");
+    auto* command = nuvctl.add_subcommand("encode", "Turn the JSON of decode back into frames");
     auto options = std::make_shared<Options>();
     command->add_option("--format", options->format, "hex: a line a frame body; pcap: a capture")
         ->check(CLI::IsMember({"hex", "pcap"}))
@@ -193,14 +192,13 @@ void add_encode(CLI::App& nuvctl, int& status) {
         ->capture_default_str();
     command->add_option("FILE", options->files, "JSON, - is standard input")->capture_default_str();
     command->footer(
-        "Reads type, time, station, bssid, current_ap, capability_information, listen_interval "
-        "and of\n"
-        "each element id, extension and fields; an element of any kind may have a body_hex as its "
-        "only\n"
-        "field. What decode derives from them (ssid, security, rsn, name, offset, length and the "
-        "rest)\n"
-        "may stand there and is not read. Stops at the first frame that cannot be made and says "
-        "where.\n\n"
+        "Reads type, time, station, bssid, the fields of the type's own and of each element id, "
+        "extension\n"
+        "and fields; an element of any kind may have a body_hex as its only field. What decode "
+        "derives from\n"
+        "them (ssid, security, rsn, name, offset, length and the rest) may stand there and is not "
+        "read.\n"
+        "Stops at the first frame that cannot be made and says where.\n\n"
         "Example: nuvctl decode home.pcap | sed 's/\"mdid\":4660/\"mdid\":1/' |\n"
         "         nuvctl encode --format pcap --output edited.pcap");
     command->callback([options, &status] { status = Encoder(*options).run(); });

@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "encode_json.hpp"
 
+#include <algorithm>
 #include <limits>
 #include <span>
 #include <sstream>
 
-#include "element.hpp"
+#include "action_frame.hpp"
+#include "association_request.hpp"
 #include "json_fields.hpp"
 #include "nuv/mac_address.hpp"
 #include "nuv/serialization_exception.hpp"
@@ -21,9 +23,11 @@ void append(std::vector<std::uint8_t>& frame, std::span<const std::uint8_t> octe
     frame.insert(frame.end(), octets.begin(), octets.end());
 }
 
-void append_little_endian_16(std::vector<std::uint8_t>& frame, std::uint64_t value) {
-    frame.push_back(static_cast<std::uint8_t>(value));
-    frame.push_back(static_cast<std::uint8_t>(value >> 8U));
+void append_little_endian(std::vector<std::uint8_t>& frame, std::uint64_t value, unsigned size) {
+    for (; size > 0; --size) {
+        frame.push_back(static_cast<std::uint8_t>(value));
+        value >>= 8U;
+    }
 }
 
 nuv::MACAddress address(JsonFields& fields, std::string_view name) {
@@ -107,45 +111,104 @@ std::vector<std::uint8_t> element(JsonFields& fields, ElementMaker& maker) {
     return octets;
 }
 
+void append_elements(JsonFields& fields, ElementMaker maker, std::vector<std::uint8_t>& frame) {
+    for (std::size_t count = fields.open_list("elements"); count > 0; --count) {
+        append(frame, element(fields, maker));
+    }
+    fields.close_list();
+}
+
+void append_request(JsonFields& fields, bool reassociation, std::vector<std::uint8_t>& frame) {
+    for (const auto* derived : {"ssid", "ssid_hex", "security", "rsn"}) {
+        fields.ignore(derived);
+    }
+    append_little_endian(frame, fields.number("capability_information", 16), 2);
+    append_little_endian(frame, fields.number("listen_interval", 16), 2);
+    if (reassociation || fields.has("current_ap")) {
+        append(frame, address(fields, "current_ap").octets());
+        if (!reassociation) {
+            fields.fail("only a reassociation_request has one");
+        }
+    }
+    append_elements(fields, ElementMaker(ElementMaker::Frame::REQUEST), frame);
+}
+
+void append_value(JsonFields& fields, const ActionField& field, std::vector<std::uint8_t>& frame) {
+    using Kind = ActionField::Kind;
+    if (field.kind == Kind::NUMBER) {
+        append_little_endian(frame, fields.number(field.name, 8U * field.size), field.size);
+    } else if (field.kind == Kind::BITS) {
+        const auto octets = fields.octets(field.name);
+        if (octets.size() != field.size) {
+            fields.fail("not " + std::to_string(field.size) + " octets");
+        }
+        append(frame, octets);
+    } else if (field.kind == Kind::ADDRESS) {
+        append(frame, address(fields, field.name).octets());
+    } else if (field.kind == Kind::TEXT) {
+        const std::string text = fields.text(field.name);
+        if (text.size() > std::numeric_limits<std::uint8_t>::max()) {
+            fields.fail("more than 255 octets");
+        }
+        frame.push_back(static_cast<std::uint8_t>(text.size()));
+        frame.insert(frame.end(), text.begin(), text.end());
+    } else {
+        append(frame, termination_header);
+    }
+}
+
+void append_action(JsonFields& fields, const ActionType& type, std::vector<std::uint8_t>& frame) {
+    frame.push_back(type.category);
+    frame.push_back(type.action);
+    frame.push_back(static_cast<std::uint8_t>(fields.number("dialog_token", 8)));
+    const std::size_t behind_token = frame.size();
+    for (const ActionField& field : type.fields) {
+        // Null is what is said of an absent field; another value is then one too many.
+        const bool given = fields.has(field.name);
+        const bool optional = field.kind == ActionField::Kind::ADDRESS;
+        if (field.is_in(Octets(frame).subspan(behind_token)) && (given || !optional)) {
+            append_value(fields, field, frame);
+        }
+    }
+    append_elements(fields, ElementMaker(ElementMaker::Frame::REPORT), frame);
+}
+
 }  // namespace
 
 EncodedFrame read_json(nuv::serialization::YAJLNode document) {
     JsonFields fields(std::move(document));
-    for (const auto* derived :
-         {"file", "frame", "ssid", "ssid_hex", "security", "rsn", "fcs", "truncated", "error"}) {
+    for (const auto* derived : {"file", "frame", "fcs", "truncated", "error"}) {
         fields.ignore(derived);
     }
-    EncodedFrame frame;
-    const std::string type = fields.text("type");
-    const bool reassociation = type == "reassociation_request";
-    if (!reassociation && type != "association_request") {
-        fields.fail("neither association_request nor reassociation_request");
+    const std::string name = fields.text("type");
+    const bool reassociation = name == AssociationRequest::reassociation;
+    const auto action = std::ranges::find(action_types(), name, &ActionType::name);
+    const bool is_action = action != action_types().end();
+    if (!is_action && !reassociation && name != AssociationRequest::association) {
+        fields.fail("not one that decode knows");
     }
+    EncodedFrame frame;
     frame.time = time(fields);
     const nuv::MACAddress station = address(fields, "station");
     const nuv::MACAddress bssid = address(fields, "bssid");
 
     // MAC header: frame control, duration, three addresses, sequence control
-    frame.octets = {static_cast<std::uint8_t>(reassociation ? 0x20 : 0x00), 0, 0, 0};
+    const bool to_station = is_action && action->to_station;
+    const Subtype subtype = is_action       ? Subtype::ACTION
+                            : reassociation ? Subtype::REASSOCIATION_REQUEST
+                                            : Subtype::ASSOCIATION_REQUEST;
+    frame.octets = {static_cast<std::uint8_t>(subtype), 0, 0, 0};
+    append(frame.octets, (to_station ? station : bssid).octets());
+    append(frame.octets, (to_station ? bssid : station).octets());
     append(frame.octets, bssid.octets());
-    append(frame.octets, station.octets());
-    append(frame.octets, bssid.octets());
-    append_little_endian_16(frame.octets, 0);
+    append_little_endian(frame.octets, 0, 2);
     frame.body = frame.octets.size();
 
-    append_little_endian_16(frame.octets, fields.number("capability_information", 16));
-    append_little_endian_16(frame.octets, fields.number("listen_interval", 16));
-    if (reassociation || fields.has("current_ap")) {
-        append(frame.octets, address(fields, "current_ap").octets());
-        if (!reassociation) {
-            fields.fail("only a reassociation_request has one");
-        }
+    if (is_action) {
+        append_action(fields, *action, frame.octets);
+    } else {
+        append_request(fields, reassociation, frame.octets);
     }
-    ElementMaker maker;
-    for (std::size_t count = fields.open_list("elements"); count > 0; --count) {
-        append(frame.octets, element(fields, maker));
-    }
-    fields.close_list();
     fields.finish();
     return frame;
 }

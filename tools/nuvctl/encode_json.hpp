@@ -13,10 +13,10 @@ namespace nuvctl {
 struct EncodedFrame {
     Timestamp time;
     std::vector<std::uint8_t> octets;  ///< MAC header and body
-    std::size_t body;                  ///< where the body begins
+    std::size_t body = 0;              ///< where the body begins
 };
 
-/// Makes the request that write_json() describes so. Of what is there twice, only the elements are
+/// Makes the frame that write_json() describes so. Of what is there twice, only the elements are
 /// read; members that write_json() does not know are refused. Throws FieldError.
 EncodedFrame read_json(nuv::serialization::YAJLNode document);
 

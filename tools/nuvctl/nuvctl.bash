@@ -5,9 +5,12 @@ _nuvctl() {
         words='decode encode --help --version'
     elif [ "$previous" = --format ]; then
         words='hex pcap'
+    elif [ "$previous" = --type ]; then
+        words='association_request reassociation_request measurement_report neighbor_report
+               btm_query btm_request btm_response'
     elif [[ $word == -* ]]; then
         case ${COMP_WORDS[1]} in
-            decode) words='--pretty --summary --help' ;;
+            decode) words='--pretty --summary --type --help' ;;
             encode) words='--format --output --help' ;;
         esac
     else

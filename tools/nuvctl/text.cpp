@@ -74,6 +74,10 @@ std::optional<std::vector<std::uint8_t>> from_hex(std::string_view text) {
     return text.size() % 2 == 0 ? std::optional(octets) : std::nullopt;
 }
 
+std::string_view as_text(std::span<const std::uint8_t> octets) {
+    return {reinterpret_cast<const char*>(octets.data()), octets.size()};
+}
+
 bool is_utf8(std::string_view text) {
     while (!text.empty()) {
         const std::size_t size = first_character(text).size;

@@ -16,6 +16,9 @@ std::string to_hex(std::span<const std::uint8_t> octets);
 /// Reads two digits an octet, upper or lower case; none for anything else.
 std::optional<std::vector<std::uint8_t>> from_hex(std::string_view text);
 
+/// The octets as characters.
+std::string_view as_text(std::span<const std::uint8_t> octets);
+
 /// Whether `text` is well-formed UTF-8 (RFC 3629).
 bool is_utf8(std::string_view text);
 
