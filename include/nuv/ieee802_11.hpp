@@ -6,6 +6,7 @@
 
 #include "nuv/ieee802_11/ieee802_11_assoc_request_frame.hpp"
 #include "nuv/ieee802_11/ieee802_11_beacon_report.hpp"
+#include "nuv/ieee802_11/ieee802_11_bits.hpp"
 #include "nuv/ieee802_11/ieee802_11_cipher_suite.hpp"
 #include "nuv/ieee802_11/ieee802_11_dummy_element.hpp"
 #include "nuv/ieee802_11/ieee802_11_eht_capabilities.hpp"

@@ -5,19 +5,16 @@
 #include <array>
 
 #include "nuv/ieee802_11/ieee802_11_assoc_request_frame.hpp"
-#include "nuv/ieee802_11/ieee802_11_he_capabilities.hpp"
 
 namespace nuvctl {
 
 namespace {
 
 using nuv::ieee802_11::AssocRequestFrame;
-using nuv::ieee802_11::IEEE802_11_HECapabilities;
 using nuv::serialization::SerializationContext;
 using nuv::serialization::SerializationException;
 using ID = nuv::ieee802_11::IEEE802_11_Element_ID;
 using Ext = nuv::ieee802_11::IEEE802_11_Element_ID_Extension;
-using Octets = std::span<const std::uint8_t>;
 
 constexpr std::size_t fixed_fields = 4;  // capability information, listen interval
 constexpr std::size_t address_length = 6;
@@ -51,63 +48,6 @@ std::optional<std::size_t> body_offset(Octets frame) {
     const std::size_t offset = mac_header + ((frame[1] & order) != 0 ? ht_control : 0);
     return offset <= frame.size() ? std::optional(offset) : std::nullopt;
 }
-
-/// Reads the elements one by one, as the frame's class does, but goes on behind one that fails.
-class ElementWalk {
-public:
-    /// `taken_out` octets of the body as sent are missing in `body` before the elements.
-    ElementWalk(Octets body, std::size_t taken_out) : body_(body), taken_out_(taken_out) {}
-
-    std::vector<Element> run() {
-        std::vector<Element> elements;
-        for (std::size_t at = fixed_fields; at < body_.size();) {
-            Element element = read(body_.subspan(at));
-            element.offset = at + taken_out_;
-            at += std::size_t{2} + element.length.value_or(0);
-            elements.push_back(std::move(element));
-        }
-        return elements;
-    }
-
-private:
-    Element read(Octets rest) {
-        Element element{rest[0], {}, 0, {}, {}, {}, {}};
-        if (rest.size() > 1) {
-            element.length = rest[1];
-            element.body = rest.subspan(2, std::min<std::size_t>(rest[1], rest.size() - 2));
-        }
-        const bool extended = static_cast<ID>(element.id) == ID::ELEMENT_ID_EXTENSION;
-        if (extended && !element.body.empty()) {
-            element.extension = element.body[0];
-            element.body = element.body.subspan(1);
-        }
-        try {
-            if (extended && rest.size() < 3) {
-                throw SerializationException("Error reading extended element ID!");
-            }
-            auto typed = extended ? known_.create_extended_element(static_cast<Ext>(rest[2]))
-                                  : known_.create_element(static_cast<ID>(element.id));
-            typed->deserialize(rest, context_);
-            remember(*typed);
-            element.typed = std::move(typed);
-        } catch (const SerializationException& e) {
-            element.error = e.what();
-        }
-        return element;
-    }
-
-    /// The HE Capabilities give the EHT Capabilities behind them their shape.
-    void remember(const nuv::ieee802_11::IEEE802_11_Element_Base& element) {
-        if (const auto* he = dynamic_cast<const IEEE802_11_HECapabilities*>(&element)) {
-            known_.add_element(std::make_unique<IEEE802_11_HECapabilities>(*he));
-        }
-    }
-
-    Octets body_;
-    std::size_t taken_out_;
-    AssocRequestFrame::ElementContainer known_;
-    SerializationContext context_;
-};
 
 /// What the library says of the whole body.
 std::optional<FrameError> read_whole(Octets body, const std::vector<Element>& elements) {
@@ -167,26 +107,21 @@ std::optional<AssociationRequest> association_request(const MacFrame& frame) {
         request.capability_information = little_endian_16(body);
         request.listen_interval = little_endian_16(body.subspan(2));
     }
-    // The library knows the frame without the current AP's address.
-    std::vector<std::uint8_t> without_address(body.begin(), body.end());
-    if (request.reassociation && body.size() >= fixed_fields) {
-        if (body.size() >= fixed_fields + address_length) {
+    std::size_t elements_begin = fixed_fields;
+    if (request.reassociation) {
+        elements_begin += address_length;
+        if (body.size() >= elements_begin) {
             request.current_ap = address(body.subspan(fixed_fields));
         }
-        const auto begin = without_address.begin() + fixed_fields;
-        without_address.erase(begin, begin + static_cast<std::ptrdiff_t>(std::min(
-                                                 address_length, body.size() - fixed_fields)));
     }
-    const std::size_t taken_out = body.size() - without_address.size();
-    request.elements = ElementWalk(without_address, taken_out).run();
+    request.elements = read_elements(body, elements_begin);
+    // The library knows the frame without the current AP's address.
+    std::vector<std::uint8_t> without_address(body.begin(), body.end());
+    const auto place = [&](std::size_t at) {
+        return without_address.begin() + static_cast<std::ptrdiff_t>(std::min(at, body.size()));
+    };
+    without_address.erase(place(fixed_fields), place(elements_begin));
     request.error = read_whole(without_address, request.elements);
-    // What is shown of them lies in the frame, which lives longer than the copy.
-    for (Element& element : request.elements) {
-        const std::size_t header = element.extension ? 3 : 2;
-        if (!element.body.empty()) {
-            element.body = body.subspan(element.offset + header, element.body.size());
-        }
-    }
     if (!request.elements.empty() && static_cast<ID>(request.elements[0].id) == ID::SSID) {
         Element& ssid = request.elements[0];
         request.ssid = ssid.body;

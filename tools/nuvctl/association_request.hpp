@@ -3,28 +3,16 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <memory>
 #include <optional>
 #include <span>
 #include <string>
 #include <vector>
 
+#include "element.hpp"
 #include "link_layer.hpp"
-#include "nuv/ieee802_11/ieee802_11_element_base.hpp"
 #include "nuv/mac_address.hpp"
 
 namespace nuvctl {
-
-/// An element of a frame's body, in the order sent.
-struct Element {
-    std::uint8_t id;
-    std::optional<std::uint8_t> extension;  ///< none where the element has no room for one
-    std::size_t offset;                     ///< of its ID, from the first octet of the body as sent
-    std::optional<std::uint8_t> length;     ///< the Length octet, none where the body ends before
-    std::span<const std::uint8_t> body;  ///< behind ID, Length and extension, as far as it is there
-    std::unique_ptr<nuv::ieee802_11::IEEE802_11_Element_Base> typed;  ///< null if it cannot be read
-    std::string error;                                                ///< why it cannot be read
-};
 
 /// What is wrong with a frame.
 struct FrameError {

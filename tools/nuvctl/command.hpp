@@ -11,5 +11,6 @@ namespace nuvctl {
 // the command line is parsed and leaves the exit status in `status`: 0, or 1 for a failure.
 
 void add_decode(CLI::App& nuvctl, int& status);
+void add_encode(CLI::App& nuvctl, int& status);
 
 }  // namespace nuvctl

@@ -2,7 +2,6 @@
 #include <unistd.h>
 
 #include <CLI/CLI.hpp>
-#include <cerrno>
 #include <iostream>
 #include <memory>
 #include <string>
@@ -13,6 +12,7 @@
 #include "command.hpp"
 #include "decode_json.hpp"
 #include "decode_summary.hpp"
+#include "file.hpp"
 #include "link_layer.hpp"
 #include "nuv/logging/clogmod_proxy.hpp"
 #include "text.hpp"
@@ -79,7 +79,7 @@ public:
         for (const std::string& name : options_.files) {
             try {
                 read(name);
-            } catch (const CaptureError& error) {
+            } catch (const FileError& error) {
                 std::cout.flush();
                 std::cerr << "nuvctl: " << to_printable(name).text << ": " << error.what() << '\n';
                 status = 1;
@@ -90,7 +90,7 @@ public:
         }
         std::cout.flush();
         if (!std::cout) {
-            return write_failed();
+            return write_failed("-");
         }
         if (requests_ == 0 && status == 0) {
             std::cerr << "nuvctl: no association request in " << records_ << " records\n";
@@ -98,20 +98,12 @@ public:
         return status;
     }
 
-    static int write_failed() {
-        // Whoever closed the pipe knows that it did.
-        if (errno != EPIPE) {
-            std::cerr << "nuvctl: cannot write to standard output\n";
-        }
-        return 1;
-    }
-
 private:
     void read(const std::string& name) {
         CaptureFile file(name);
         if (!is_ieee802_11(file.link_type())) {
-            throw CaptureError("link type " + std::to_string(file.link_type()) +
-                               " is none of IEEE 802.11 (105), Prism (119), radiotap (127)");
+            throw FileError("link type " + std::to_string(file.link_type()) +
+                            " is none of IEEE 802.11 (105), Prism (119), radiotap (127)");
         }
         Progress progress(name, file);
         while (const auto record = file.next()) {
@@ -163,7 +155,7 @@ void add_decode(CLI::App& nuvctl, int& status) {
         try {
             status = Decoder(*options).run();
         } catch (const nuv::serialization::SerializationException&) {
-            status = Decoder::write_failed();
+            status = write_failed("-");
         }
     });
 }

@@ -1,9 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "decode_json.hpp"
 
-#include <array>
-#include <cstdio>
-#include <ctime>
 #include <ostream>
 
 #include "nuv/ieee802_11/ieee802_11_field_visitor.hpp"
@@ -75,17 +72,6 @@ public:
 private:
     Json& json_;
 };
-
-/// RFC 3339, UTC: 2015-11-03T12:34:56.123456Z.
-std::string time_text(const Record& record) {
-    const auto seconds = static_cast<std::time_t>(record.seconds);
-    std::tm utc{};
-    gmtime_r(&seconds, &utc);
-    std::array<char, 64> text{};
-    const std::size_t size = std::strftime(text.data(), text.size(), "%Y-%m-%dT%H:%M:%S", &utc);
-    std::snprintf(text.data() + size, text.size() - size, ".%06dZ", record.microseconds);
-    return text.data();
-}
 
 void write_suites(Json& json, std::string_view name, const IEEE802_11_RSNElement::Suites& suites) {
     json.open_list(name);
@@ -192,7 +178,7 @@ void write_json(std::ostream& os, std::string_view file, const Record& record,
     json.open_object({});
     json.text("file", to_utf8(file));
     json.number("frame", record.number);
-    json.text("time", time_text(record));
+    json.text("time", to_string(record.time));
     json.text("type", request.reassociation ? "reassociation_request" : "association_request");
     json.text("station", request.station.to_string());
     json.text("bssid", request.bssid.to_string());

@@ -108,8 +108,8 @@ unsigned streams(const AssociationRequest& request) {
                                 eht->get_160_mhz_mcs_nss_map(), eht->get_320_mhz_mcs_nss_map()}) {
             most = std::max<unsigned>(most, map.get_rx_max_nss(0));
         }
-        // The first octet of four, Rx in its low half.
-        most = std::max(most, eht->get_20_mhz_only_non_ap_sta_mcs_nss_map() >> 24U & 0xFU);
+        // The streams received with the lowest EHT-MCS.
+        most = std::max(most, eht->get_20_mhz_only_non_ap_sta_mcs_nss_map_standard() & 0xFU);
     }
     return most;
 }

@@ -7,6 +7,8 @@
 #include <array>
 #include <cstddef>
 
+#include "nuv/byte_order.hpp"
+
 namespace nuvctl {
 
 namespace {
@@ -34,7 +36,7 @@ std::optional<std::uint32_t> little_endian(Octets octets, std::size_t at, std::s
 
 std::optional<std::uint32_t> big_endian_32(Octets octets, std::size_t at) {
     const auto value = little_endian(octets, at, 4);
-    return value ? std::optional(__builtin_bswap32(*value)) : std::nullopt;
+    return value ? std::optional(nuv::swap_octets(*value)) : std::nullopt;
 }
 
 // --- radiotap: version (1 octet), pad (1), length (2), words of 32 presence bits, the fields that

@@ -2,6 +2,7 @@
 #include "text.hpp"
 
 #include <array>
+#include <charconv>
 #include <cstdio>
 #include <cwchar>
 
@@ -60,6 +61,17 @@ std::string to_hex(std::span<const std::uint8_t> octets) {
         text += digits[octet & 0xFU];
     }
     return text;
+}
+
+std::optional<std::vector<std::uint8_t>> from_hex(std::string_view text) {
+    std::vector<std::uint8_t> octets(text.size() / 2);
+    for (std::size_t k = 0; k < octets.size(); ++k) {
+        const char* digits = text.data() + 2 * k;
+        if (std::from_chars(digits, digits + 2, octets[k], 16).ptr != digits + 2) {
+            return std::nullopt;
+        }
+    }
+    return text.size() % 2 == 0 ? std::optional(octets) : std::nullopt;
 }
 
 bool is_utf8(std::string_view text) {

@@ -3,14 +3,18 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace nuvctl {
 
 /// Two lower-case digits an octet.
 std::string to_hex(std::span<const std::uint8_t> octets);
+/// Reads two digits an octet, upper or lower case; none for anything else.
+std::optional<std::vector<std::uint8_t>> from_hex(std::string_view text);
 
 /// Whether `text` is well-formed UTF-8 (RFC 3629).
 bool is_utf8(std::string_view text);

@@ -58,6 +58,8 @@ private:
             sample.error = value;
         } else if (name == "refused") {
             sample.refused = value;
+        } else if (name == "fields") {
+            sample.fields = value;
         } else if (name == "surplus") {
             sample.surplus = std::stoul(std::string(value));
         } else if (name == "maps") {

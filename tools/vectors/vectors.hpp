@@ -23,6 +23,9 @@ struct Sample {
     std::string error;
     /// With what text it refuses to write.
     std::string refused;
+    /// Its fields as a visitor is shown them, name=value with a blank between; empty where the
+    /// sample does not say.
+    std::string fields;
     /// How many octets at the end of an element belong to no field.
     std::size_t surplus = 0;
     /// Which maps an EHT Capabilities element has that do not follow from itself: bit 0 the one of
@@ -32,8 +35,9 @@ struct Sample {
 
 /// Reads a file of vectors: octets in hexadecimal, `#` and what follows it is a comment. A line
 /// `[name]` begins a sample. `written:` goes before the octets that the library writes where they
-/// differ; the other members of a sample are given as `error: TEXT`, `refused: TEXT`, `surplus: NUMBER`,
-/// `maps: OCTET`. Throws std::runtime_error naming file and line for anything else.
+/// differ; the other members of a sample are given as `error: TEXT`, `refused: TEXT`,
+/// `fields: TEXT`, `surplus: NUMBER`, `maps: OCTET`. Throws std::runtime_error naming file and line
+/// for anything else.
 std::vector<Sample> read_vectors(const std::filesystem::path& file);
 
 /// The samples of every file of the project's vectors whose name begins with `prefix`, by name.

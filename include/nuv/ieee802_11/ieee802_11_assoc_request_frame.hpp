@@ -11,6 +11,7 @@
 #include <utility>
 
 #include "nuv/binary_serializable.hpp"
+#include "nuv/byte_order.hpp"
 #include "nuv/export.hpp"
 #include "nuv/fixed_byte_buffer.hpp"
 #include "nuv/ieee802_11/ieee802_11_element_base.hpp"
@@ -148,10 +149,15 @@ public:
     }
 
     /// Deliberate: its first octet on the wire is the most significant one here, both directions
-    /// agree on it. The number of beacon intervals that the station means, whose octets the
-    /// standard orders the other way, is the byte-swapped one.
+    /// agree on it.
     std::uint16_t get_listen_interval() const { return listen_interval_; }
     void set_listen_interval(std::uint16_t interval) { listen_interval_ = interval; }
+    /// The same as the standard means it, first octet least significant: the number of beacon
+    /// intervals that the station sleeps at most.
+    std::uint16_t get_listen_interval_standard() const { return swap_octets(listen_interval_); }
+    void set_listen_interval_standard(std::uint16_t interval) {
+        listen_interval_ = swap_octets(interval);
+    }
 
     const SSID& get_ssid() const { return ssid_; }
     void set_ssid(const SSID& ssid) { ssid_ = ssid; }

@@ -4,6 +4,7 @@
 #include <bitset>
 #include <cstdint>
 
+#include "nuv/byte_order.hpp"
 #include "nuv/ieee802_11/ieee802_11_element.hpp"
 #include "nuv/small_vector.hpp"
 
@@ -83,6 +84,17 @@ public:
     }
     void set_20_mhz_only_non_ap_sta_mcs_nss_map(EHT_20_MHz_only_non_AP_STA_MCS_NSS_MAP value) {
         mcs_nss_map_20_mhz_only_ = value;
+        has_20_mhz_only_map_ = (value & 0xFU) != 0;
+    }
+    /// The same as the standard means it: the low octet is the first of the four (EHT-MCS 0 to 7).
+    /// Setting it makes it present if its low four bits, the streams received with EHT-MCS 0 to 7,
+    /// are not all zero, and absent otherwise.
+    EHT_20_MHz_only_non_AP_STA_MCS_NSS_MAP get_20_mhz_only_non_ap_sta_mcs_nss_map_standard() const {
+        return swap_octets(mcs_nss_map_20_mhz_only_);
+    }
+    void set_20_mhz_only_non_ap_sta_mcs_nss_map_standard(
+        EHT_20_MHz_only_non_AP_STA_MCS_NSS_MAP value) {
+        mcs_nss_map_20_mhz_only_ = swap_octets(value);
         has_20_mhz_only_map_ = (value & 0xFU) != 0;
     }
     const EHT_MCS_NSS_MAP& get_less_or_equal_80_mhz_mcs_nss_map() const {

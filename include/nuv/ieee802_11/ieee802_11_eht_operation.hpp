@@ -4,6 +4,7 @@
 #include <bitset>
 #include <cstdint>
 
+#include "nuv/byte_order.hpp"
 #include "nuv/ieee802_11/ieee802_11_element.hpp"
 
 namespace nuv::ieee802_11 {
@@ -21,8 +22,9 @@ enum class IEEE802_11_EHTOperationChannelWidthValue : std::uint8_t {
 /// EHT Operation (ID 255, extension 106; IEEE Std 802.11be-2024, 9.4.2.321).
 ///
 /// Deliberate: the two numbers of more than one octet go over the wire most significant octet
-/// first; both ends of this system agree on it. And the bitmap is there when bit 1 of the
-/// parameters says so, with or without the operation information that the standard puts it into.
+/// first; both ends of this system agree on it. Their values as the standard means them have
+/// accessors with the suffix `_standard`. And the bitmap is there when bit 1 of the parameters says
+/// so, with or without the operation information that the standard puts it into.
 class NUV_EXPORT IEEE802_11_EHTOperation
     : public IEEE802_11_LayoutElement<IEEE802_11_EHTOperation,
                                       IEEE802_11_Element_ID::ELEMENT_ID_EXTENSION,
@@ -50,9 +52,14 @@ public:
     void set_eht_operation_parameters(const std::bitset<8>& value) {
         eht_operation_parameters_ = value;
     }
-    /// Basic EHT-MCS And NSS Set.
+    /// Basic EHT-MCS And NSS Set: the low octet is the last one on the wire (EHT-MCS 12 and 13).
     std::uint32_t get_basic_mcs_nss_set() const { return basic_mcs_nss_set_; }
     void set_basic_mcs_nss_set(std::uint32_t value) { basic_mcs_nss_set_ = value; }
+    /// The same as the standard means it: the low octet is the first one (EHT-MCS 0 to 7).
+    std::uint32_t get_basic_mcs_nss_set_standard() const { return swap_octets(basic_mcs_nss_set_); }
+    void set_basic_mcs_nss_set_standard(std::uint32_t value) {
+        basic_mcs_nss_set_ = swap_octets(value);
+    }
     /// Setting it, or a centre frequency segment, makes the operation information present.
     ChannelWidthValue get_control_channel_width_value() const {
         return control_channel_width_value_;
@@ -71,11 +78,18 @@ public:
         ccfs1_ = value;
         eht_operation_parameters_.set(operation_information_present);
     }
-    /// Bit n: the n-th lowest 20 MHz subchannel is punctured. Setting it makes it present.
+    /// Disabled Subchannel Bitmap, its two octets in reverse. Setting it makes it present.
     std::uint16_t get_disabled_subchannel_bitmap() const { return disabled_subchannel_bitmap_; }
     void set_disabled_subchannel_bitmap(std::uint16_t value) {
         disabled_subchannel_bitmap_ = value;
         eht_operation_parameters_.set(disabled_subchannel_bitmap_present);
+    }
+    /// The same as the standard means it. Bit n: the n-th lowest 20 MHz subchannel is punctured.
+    std::uint16_t get_disabled_subchannel_bitmap_standard() const {
+        return swap_octets(disabled_subchannel_bitmap_);
+    }
+    void set_disabled_subchannel_bitmap_standard(std::uint16_t value) {
+        set_disabled_subchannel_bitmap(swap_octets(value));
     }
 
 private:

@@ -17,7 +17,8 @@ public:
     virtual ~IEEE802_11_FieldVisitor() = default;
 
     /// A number as the air means it: where the library keeps a field most significant octet first
-    /// and the standard does not, this is the standard's value.
+    /// and the standard does not, this is the standard's value. A negative one is given in two's
+    /// complement of 64 bits.
     virtual void number(std::string_view name, std::uint64_t value) = 0;
     virtual void text(std::string_view name, std::string_view value) = 0;
     /// Bit sets and octets without further meaning, in wire order.

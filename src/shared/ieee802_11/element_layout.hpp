@@ -8,12 +8,14 @@
 #include <cstddef>
 #include <cstdint>
 #include <ostream>
+#include <span>
 #include <string>
 #include <string_view>
 #include <type_traits>
 
 #include "byte_cursor.hpp"
 #include "nuv/binary_serializable_type.hpp"
+#include "nuv/ieee802_11/ieee802_11_bits.hpp"
 #include "nuv/ieee802_11/ieee802_11_element.hpp"
 #include "nuv/ieee802_11/ieee802_11_field_source.hpp"
 #include "nuv/ieee802_11/ieee802_11_field_visitor.hpp"
@@ -169,6 +171,31 @@ void assign_list(IEEE802_11_FieldSource& source, std::string_view name, List& li
     source.close_list();
 }
 
+/// Shows bits by their names.
+inline void visit_bits(IEEE802_11_FieldVisitor& visitor, std::span<const IEEE802_11_Bits> names,
+                       std::span<const std::uint8_t> octets) {
+    for (const IEEE802_11_Bits& bits : names) {
+        const std::uint8_t value = bits.get(octets[bits.octet]);
+        visitor.number(bits.name, bits.is_signed
+                                      ? static_cast<std::uint64_t>(static_cast<std::int8_t>(value))
+                                      : value);
+    }
+}
+
+/// Takes them, as visit_bits() shows them.
+inline void assign_bits(IEEE802_11_FieldSource& source, std::span<const IEEE802_11_Bits> names,
+                        std::span<std::uint8_t> octets) {
+    for (const IEEE802_11_Bits& bits : names) {
+        const std::uint64_t value = source.number(bits.name, bits.is_signed ? 64 : bits.count);
+        const auto octet = static_cast<std::uint8_t>(value);
+        if (bits.is_signed &&
+            static_cast<std::uint64_t>(static_cast<std::int8_t>(octet)) != value) {
+            source.fail("not a signed octet");
+        }
+        bits.set(octets[bits.octet], octet);
+    }
+}
+
 /// For a body every octet of which belongs to a field: throws the octet's SerializationException if
 /// the input ends before the body does.
 inline void require_whole(const impl::ByteCursor& body) {
@@ -232,12 +259,31 @@ struct Always {
     }
 };
 
+/// An octet whose bits have names of their own; `Names` is an array of them.
+template <auto Member, const auto& Names>
+struct Named : Always<"", Member> {
+    template <class E>
+    static void visit(const E& element, IEEE802_11_FieldVisitor& visitor) {
+        visit_bits(visitor, Names, {&(element.*Member), 1});
+    }
+    template <class E>
+    static void assign(E& element, IEEE802_11_FieldSource& source) {
+        assign_bits(source, Names, {&(element.*Member), 1});
+    }
+};
+
 /// An integer least significant octet first, as the standard has it.
-template <Name name, auto Member>
+template <Name name, auto Member, std::size_t octets = sizeof(MemberType<Member>)>
 struct LittleEndian : Always<name, Member> {
     using Value = MemberType<Member>;
-    using Bits = std::bitset<8 * sizeof(Value)>;  // its bit 0 is the first octet's
+    using Bits = std::bitset<8 * octets>;  // its bit 0 is the first octet's
 
+    static constexpr std::uint32_t size = octets;
+
+    template <class E>
+    static std::uint32_t length(const E& /*element*/) {
+        return size;
+    }
     template <class E>
     static void write(const E& element, std::ostream& os, SerializationContext& ctx) {
         BinarySerializableType<Bits>::serialize(os, ctx, Bits(element.*Member));
@@ -254,7 +300,7 @@ struct LittleEndian : Always<name, Member> {
     }
     template <class E>
     static void assign(E& element, IEEE802_11_FieldSource& source) {
-        element.*Member = static_cast<Value>(source.number(name.view(), 8 * sizeof(Value)));
+        element.*Member = static_cast<Value>(source.number(name.view(), 8 * octets));
     }
 };
 
@@ -412,6 +458,25 @@ struct Fields {
     template <class E>
     static void assign(E& element, IEEE802_11_FieldSource& source) {
         (Field::assign(element, source), ...);
+    }
+};
+
+/// Fields of which none may reach beyond the element's Length: "Invalid length". The fields before
+/// one say how long it is.
+template <class... Field>
+struct Within : Fields<Field...> {
+    template <class E>
+    static void read(E& element, impl::ByteCursor& body) {
+        (read_field<Field>(element, body), ...);
+    }
+
+private:
+    template <class One, class E>
+    static void read_field(E& element, impl::ByteCursor& body) {
+        if (One::length(element) > body.remaining()) {
+            throw serialization::SerializationException("Invalid length");
+        }
+        One::read(element, body);
     }
 };
 

@@ -43,7 +43,8 @@ void read_sequence(impl::ByteCursor& source, serialization::SerializationContext
 void visit_sequence(IEEE802_11_FieldVisitor& visitor, std::string_view name,
                     const IEEE802_11_ElementSequence& sequence);
 
-/// Takes the fields of one element and appends it.
+/// Takes the fields of one element and appends it; an element of any kind can be given by its octets,
+/// "body_hex".
 void assign_element(IEEE802_11_FieldSource& source,
                     std::unique_ptr<IEEE802_11_Element_Base> element,
                     IEEE802_11_Element_ID_Extension extension,

@@ -65,7 +65,7 @@ void assign_element(IEEE802_11_FieldSource& source,
                     IEEE802_11_Element_ID_Extension extension,
                     IEEE802_11_ElementSequence& sequence) {
     try {
-        if (!element->is_dummy()) {
+        if (!element->is_dummy() && !source.has("body_hex")) {
             element->assign_fields(source);
             sequence.add_element(std::move(element));
             return;

@@ -12,12 +12,21 @@ namespace nuv::ieee802_11 {
 
 template <IEEE802_11_Element_ID ID, IEEE802_11_Element_ID_Extension ExtID>
 void IEEE802_11_RawElement<ID, ExtID>::visit_fields(IEEE802_11_FieldVisitor& visitor) const {
-    visitor.octets("body_hex", body_);
+    if (!names().empty() && body_.size() == named_octets()) {
+        layout::visit_bits(visitor, names(), body_);
+    } else {
+        visitor.octets("body_hex", body_);
+    }
 }
 
 template <IEEE802_11_Element_ID ID, IEEE802_11_Element_ID_Extension ExtID>
 void IEEE802_11_RawElement<ID, ExtID>::assign_fields(IEEE802_11_FieldSource& source) {
-    body_ = source.octets("body_hex");
+    if (names().empty() || source.has("body_hex")) {
+        body_ = source.octets("body_hex");
+    } else {
+        body_ = std::vector<std::uint8_t>(named_octets());
+        layout::assign_bits(source, names(), {body_.data(), body_.size()});
+    }
 }
 
 template <IEEE802_11_Element_ID ID, IEEE802_11_Element_ID_Extension ExtID>

@@ -15,6 +15,13 @@ using Rates = IEEE802_11_SupportedRatesBSSMembershipSelector;
 using ExtendedRates = IEEE802_11_ExtendedSupportedRatesBSSMembershipSelector;
 using Classes = IEEE802_11_SupportedOperatingClasses;
 using NonInheritance = IEEE802_11_Non_Inheritance;
+using Power = IEEE802_11_PowerCapability;
+using QoS = IEEE802_11_QOSCapability;
+using Traffic = IEEE802_11_QoSTrafficCapabilities;
+using TIM = IEEE802_11_TIMBroadcastRequest;
+using Mode = IEEE802_11_OperatingModeNotification;
+using Sublayers = IEEE802_11_MultipleMACSublayers;
+using Mapping = IEEE802_11_TID_to_Link_Mapping;
 using Dummy = IEEE802_11_DummyElement;
 using ID = IEEE802_11_Element_ID;
 using Ext = IEEE802_11_Element_ID_Extension;
@@ -36,8 +43,8 @@ TEST(SupportedRates, EmptyListIsReadButNotWritten) {
 }
 
 TEST(ExtendedSupportedRates, HoldOneTo255RatesOnWriting) {
-    EXPECT_EQ(as_written(read_as<ExtendedRates>("32 00")), "Invalid size");
     ExtendedRates rates;
+    EXPECT_EQ(as_written(rates), "Invalid size");
     rates.set_extended_supported_rates(Bytes(256));
     EXPECT_EQ(as_written(rates), "Invalid size");
 }
@@ -48,6 +55,33 @@ TEST(MobilityDomain, WritesItsIdentifierMostSignificantOctetFirst) {
     element.set_capabilities(0b10);
     EXPECT_EQ(as_written(element), "36 03 12 34 02");
     EXPECT_EQ(read_as<IEEE802_11_MobilityDomain>("36 03 12 34 02").get_mdid(), 0x1234);
+}
+
+TEST(StandardValues, AreTheLibrarysWithTheirOctetsInReverse) {
+    const auto check = [](auto object, const std::string& hex, auto get, auto set, unsigned value) {
+        serialization::SerializationContext ctx;
+        object.deserialize(test::from_hex(hex), ctx);
+        EXPECT_EQ((object.*get)(), value) << hex;
+        (object.*set)(0);
+        (object.*set)(static_cast<decltype((object.*get)())>(value));
+        EXPECT_EQ(test::written(object), hex);
+    };
+    using Frame = AssocRequestFrame;
+    check(Frame(), "00 00 0a 01 00 00", &Frame::get_listen_interval_standard,
+          &Frame::set_listen_interval_standard, 0x010A);
+    using Domain = IEEE802_11_MobilityDomain;
+    check(Domain(), "36 03 34 12 02", &Domain::get_mdid_standard, &Domain::set_mdid_standard,
+          0x1234);
+    using Operation = IEEE802_11_EHTOperation;
+    check(Operation(), "ff 08 6a 02 44 33 22 11 0c 30", &Operation::get_basic_mcs_nss_set_standard,
+          &Operation::set_basic_mcs_nss_set_standard, 0x11223344);
+    check(Operation(), "ff 08 6a 02 44 33 22 11 0c 30",
+          &Operation::get_disabled_subchannel_bitmap_standard,
+          &Operation::set_disabled_subchannel_bitmap_standard, 0x300C);
+    using EHT = IEEE802_11_EHTCapabilities;
+    check(EHT(true, false, false), "ff 10 6c 00 00 00 00 00 00 00 00 00 00 00 22 11 01 00",
+          &EHT::get_20_mhz_only_non_ap_sta_mcs_nss_map_standard,
+          &EHT::set_20_mhz_only_non_ap_sta_mcs_nss_map_standard, 0x00011122);
 }
 
 TEST(SupportedChannels, HoldUpTo127Pairs) {
@@ -93,9 +127,136 @@ TEST(RawElement, KeepsItsBodyAndBoundsIt) {
     IEEE802_11_PowerCapability plain;
     plain.set_body(Bytes(256));
     EXPECT_EQ(as_written(plain), "Invalid length");
-    IEEE802_11_TID_to_Link_Mapping extended;
-    extended.set_body(Bytes(255));
-    EXPECT_EQ(as_written(extended), "Invalid length");
+}
+
+TEST(RawElement, FieldsAreAbsentWhereTheBodyEndsBeforeThem) {
+    const auto half = read_as<Power>("21 01 f9");
+    EXPECT_EQ(half.get_minimum_transmit_power(), -7);
+    EXPECT_EQ(half.get_maximum_transmit_power(), std::nullopt);
+    EXPECT_EQ(QoS().get_q_ack(), std::nullopt);
+    EXPECT_EQ(Mode().get_rx_nss(), std::nullopt);
+    EXPECT_EQ(TIM().get_broadcast_interval(), std::nullopt);
+    EXPECT_EQ(Traffic().get_flags(), std::nullopt);
+    EXPECT_TRUE(Traffic().get_station_counts().empty());
+    const auto traffic = read_as<Traffic>("59 03 03 05 06");
+    EXPECT_EQ(traffic.get_flags(), 3);
+    EXPECT_EQ(traffic.get_station_counts()[1], 6);
+    const auto sublayers = read_as<Sublayers>("aa 0f 07 02 00 00 00 00 01 02 00 00 00 00 02 02 00");
+    EXPECT_EQ(sublayers.get_mms_control(), 7);
+    EXPECT_EQ(sublayers.get_sta_address(), MACAddress("02:00:00:00:00:01"));
+    EXPECT_EQ(sublayers.get_interface_address(0), MACAddress("02:00:00:00:00:02"));
+    EXPECT_EQ(sublayers.get_interface_address(1), std::nullopt);
+}
+
+TEST(RawElement, SettersTouchTheirBitsAlone) {
+    const auto set = [](auto element, auto setter, auto value) {
+        (element.*setter)(value);
+        return as_written(element);
+    };
+    EXPECT_EQ(set(Power(), &Power::set_maximum_transmit_power, std::int8_t{-1}), "21 02 00 ff");
+    EXPECT_EQ(
+        set(read_as<Power>("21 03 f9 14 07"), &Power::set_minimum_transmit_power, std::int8_t{2}),
+        "21 03 02 14 07");
+    EXPECT_EQ(set(TIM(), &TIM::set_broadcast_interval, std::uint8_t{10}), "5e 01 0a");
+
+    QoS station;
+    station.set_u_apsd(QoS::AccessCategory::BK, true);
+    station.set_max_sp_length(QoS::MaxSPLength::FOUR);
+    station.set_more_data_ack(true);
+    EXPECT_EQ(as_written(station), "2e 01 c4");
+    EXPECT_EQ(station.get_u_apsd(QoS::AccessCategory::BK), true);
+    EXPECT_EQ(station.get_u_apsd(QoS::AccessCategory::VI), false);
+    EXPECT_EQ(station.get_max_sp_length(), QoS::MaxSPLength::FOUR);
+    EXPECT_EQ(station.get_more_data_ack(), true);
+    station.set_qos_info(0xFF);
+    station.set_q_ack(false);
+    EXPECT_EQ(station.get_qos_info(), 0xEF);
+    QoS access_point;
+    access_point.set_edca_update_count(0x1A);
+    access_point.set_queue_request(true);
+    EXPECT_EQ(as_written(access_point), "2e 01 2a");
+    EXPECT_EQ(access_point.get_edca_update_count(), 10);
+    EXPECT_EQ(access_point.get_queue_request(), true);
+    access_point.set_txop_request(true);
+    EXPECT_EQ(access_point.get_qos_info(), 0x6A);
+    EXPECT_EQ(access_point.get_txop_request(), true);
+
+    Mode mode;
+    mode.set_rx_nss(8);
+    mode.set_channel_width(Mode::Width::WIDTH_80);
+    mode.set_160_or_80_80_mhz(true);
+    mode.set_no_ldpc(true);
+    EXPECT_EQ(as_written(mode), "c7 01 7e");
+    mode.set_rx_nss_type(Mode::NSSType::BEAMFORMED);
+    mode.set_rx_nss(1);
+    EXPECT_EQ(as_written(mode), "c7 01 8e");
+    EXPECT_EQ(mode.get_rx_nss(), 1);
+    EXPECT_EQ(mode.get_channel_width(), Mode::Width::WIDTH_80);
+    EXPECT_EQ(mode.get_rx_nss_type(), Mode::NSSType::BEAMFORMED);
+    EXPECT_TRUE(mode.get_160_or_80_80_mhz().value() && mode.get_no_ldpc().value());
+}
+
+TEST(TIDToLinkMapping, ControlOctetSaysWhatTheLengthMustHold) {
+    for (unsigned control = 0; control < 256; ++control) {
+        const std::size_t maps = (control & 4U) != 0 ? 0 : (control & 32U) != 0 ? 2 : 4;
+        test::Octets octets{255, 0, 109, static_cast<std::uint8_t>(control), 0x81};
+        octets.resize(4 + (maps != 0 ? 1U : 0U) + ((control & 8U) != 0 ? 2U : 0U) +
+                      ((control & 16U) != 0 ? 3U : 0U) + maps);
+        for (std::size_t surplus = 0; surplus < 3; ++surplus) {
+            octets[1] = static_cast<std::uint8_t>(octets.size() - 2);
+            const auto element = read_as<Mapping>(test::to_hex(octets));
+            EXPECT_EQ(element.get_surplus().size(), surplus) << control;
+            EXPECT_EQ(as_written(element), test::to_hex(octets));
+            octets.push_back(0x55);
+        }
+        octets[1] = static_cast<std::uint8_t>(octets.size() - 2 - 4);
+        serialization::SerializationContext ctx;
+        EXPECT_EQ(test::message_of([&] { Mapping().deserialize(octets, ctx); }), "Invalid length");
+    }
+}
+
+TEST(TIDToLinkMapping, SettersMakeTheirPartPresentOrAbsent) {
+    Mapping element;
+    element.set_direction(Mapping::Direction::UPLINK);
+    element.set_link_mapping_size(Mapping::LinkMappingSize::ONE_OCTET);
+    element.set_expected_duration(0x123456);
+    element.set_mapping_switch_time(0x789A);
+    element.set_link_map(7, 0x06);
+    element.set_link_map(0, 0x01);
+    element.set_surplus({0xAA});
+    EXPECT_EQ(as_written(element), "ff 0b 6d 39 81 9a 78 56 34 12 01 06 aa");
+    EXPECT_EQ(element.get_link_map(7), 6);
+    EXPECT_EQ(element.get_link_map(1), std::nullopt);
+    EXPECT_EQ(element.get_link_map(8), std::nullopt);
+    EXPECT_THROW(element.set_link_map(8, 1), std::out_of_range);
+
+    element.set_link_map(7, 0x100);
+    EXPECT_EQ(as_written(element), "Invalid length") << "a map of two octets";
+    element.set_link_map(7, std::nullopt);
+    element.set_expected_duration(0x1000000);
+    EXPECT_EQ(as_written(element), "Invalid length") << "a duration of four";
+    element.set_expected_duration(std::nullopt);
+    element.set_mapping_switch_time(std::nullopt);
+    EXPECT_EQ(as_written(element), "ff 05 6d 21 01 01 aa");
+    element.set_default_link_mapping(true);
+    EXPECT_EQ(as_written(element), "ff 03 6d 25 aa");
+    element.set_link_map(3, 0x40);
+    EXPECT_EQ(as_written(element), "ff 05 6d 21 08 40 aa");
+}
+
+TEST(TIDToLinkMapping, WhatCanBeReadNeedNotBeValid) {
+    const std::pair<const char*, bool> rows[] = {
+        {"ff 02 6d 06", true},
+        {"ff 02 6d 07", false},             // reserved direction
+        {"ff 03 6d 02 00", false},          // neither default nor maps
+        {"ff 05 6d 02 01 00 40", true},     // link 14
+        {"ff 05 6d 02 01 01 80", false},    // link 15
+        {"ff 05 6d 22 81 01 00", false},    // a map without a link
+        {"ff 06 6d e2 81 01 02 00", true},  // reserved bits and surplus count for nothing
+    };
+    for (const auto& [hex, valid] : rows) {
+        EXPECT_EQ(read_as<Mapping>(hex).is_valid(), valid) << hex;
+    }
 }
 
 TEST(Element, ChecksItsIdentifiersOnlyWhereItsClassDoes) {

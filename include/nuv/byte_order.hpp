@@ -1,0 +1,19 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <concepts>
+
+namespace nuv {
+
+/// `value` with its octets in reverse: from the order in which this library keeps a number of IEEE
+/// 802.11 to the one that the standard means, and back.
+template <std::unsigned_integral T>
+constexpr T swap_octets(T value) {
+    T swapped = 0;
+    for (unsigned k = 0; k < sizeof(T); ++k) {
+        swapped = static_cast<T>(swapped << 8U | (value >> (8 * k) & 0xFFU));
+    }
+    return swapped;
+}
+
+}  // namespace nuv

@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "nuv/ieee802_11/ieee802_11_assoc_request_frame.hpp"
+
+namespace nuvctl {
+
+using Octets = std::span<const std::uint8_t>;
+
+/// An element of a frame's body, in the order sent.
+struct Element {
+    std::uint8_t id;
+    std::optional<std::uint8_t> extension;  ///< none where the element has no room for one
+    std::size_t offset;                     ///< of its ID, from the first octet of the body as sent
+    std::optional<std::uint8_t> length;     ///< the Length octet, none where the body ends before
+    Octets body;  ///< behind ID, Length and extension, as far as it is there
+    std::unique_ptr<nuv::ieee802_11::IEEE802_11_Element_Base> typed;  ///< null if it cannot be read
+    std::string error;                                                ///< why it cannot be read
+};
+
+/// Makes elements as the frame's class does: some take their shape from those before them.
+class ElementMaker {
+public:
+    using ElementPtr = std::unique_ptr<nuv::ieee802_11::IEEE802_11_Element_Base>;
+
+    /// A new element, a raw one where there is no class. `extension` matters for ID 255. Throws
+    /// SerializationException where the element that gives it its shape is missing.
+    ElementPtr make(std::uint8_t id, std::uint8_t extension) const;
+    /// To be told of each element in its turn.
+    void remember(const nuv::ieee802_11::IEEE802_11_Element_Base& element);
+
+private:
+    nuv::ieee802_11::AssocRequestFrame::ElementContainer known_;
+};
+
+/// Reads the elements from `begin` to the end of `body` one by one, as the frame's class does, but goes
+/// on behind one that fails. They are valid as long as `body`.
+std::vector<Element> read_elements(Octets body, std::size_t begin);
+
+}  // namespace nuvctl

@@ -1,0 +1,209 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <pcap/dlt.h>
+
+#include <CLI/CLI.hpp>
+#include <cerrno>
+#include <cstdio>
+#include <iostream>
+#include <memory>
+#include <optional>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "capture_file.hpp"
+#include "command.hpp"
+#include "encode_json.hpp"
+#include "json_fields.hpp"
+#include "nuv/logging/clogmod_proxy.hpp"
+#include "nuv/serialization_exception.hpp"
+#include "text.hpp"
+
+namespace nuvctl {
+
+namespace {
+
+struct Options {
+    std::vector<std::string> files{"-"};
+    std::string format = "hex";
+    std::string output = "-";
+};
+
+/// The JSON values of a text, one by one; blanks between them, or not.
+class JsonReader {
+public:
+    explicit JsonReader(const std::string& name) : file_(open_to_read(name)) {}
+
+    /// The text of the next value, as far as brackets and quotes tell where it ends; empty at the end
+    /// of the file. Throws FileError.
+    std::string next() {
+        std::string text;
+        unsigned depth = 0;
+        bool in_string = false;
+        bool escaped = false;
+        for (int c = read(); c != EOF; c = read()) {
+            if (text.empty()) {
+                if (std::isspace(c) != 0) {
+                    continue;
+                }
+                begin_ = line_;
+            }
+            text += static_cast<char>(c);
+            if (in_string) {
+                in_string = escaped || c != '"';
+                escaped = c == '\\' && !escaped;
+            } else if (c == '"') {
+                in_string = true;
+            } else if (c == '{' || c == '[') {
+                // More than any writer makes, and less than the parser takes without harm.
+                constexpr unsigned max_depth = 127;
+                if (++depth > max_depth) {
+                    throw FieldError("more than 127 levels");
+                }
+            } else if ((c == '}' || c == ']') && depth > 0) {
+                --depth;
+            }
+            if (depth == 0 && !in_string) {
+                break;
+            }
+        }
+        return text;
+    }
+
+    /// The line, counted from 1, in which that text begins.
+    std::uint64_t line() const { return begin_; }
+
+private:
+    int read() {
+        line_ += last_ == '\n' ? 1U : 0U;
+        last_ = std::getc(file_.get());
+        if (last_ == EOF && std::ferror(file_.get()) != 0) {
+            throw_errno(errno);
+        }
+        return last_;
+    }
+
+    File file_;
+    std::uint64_t line_ = 1;
+    std::uint64_t begin_ = 1;
+    int last_ = 0;
+};
+
+nuv::serialization::YAJLNode parse(const std::string& text) {
+    std::istringstream is(text);
+    try {
+        return nuv::serialization::YAJLNode(is);
+    } catch (const nuv::serialization::SerializationException& error) {
+        // Behind a line of its own, the parser's reason, then what is around the place.
+        std::istringstream lines(error.what());
+        std::string reason;
+        std::getline(lines, reason);
+        std::getline(lines, reason);
+        throw FieldError(reason);
+    }
+}
+
+/// Where frames go to.
+class FrameWriter {
+public:
+    explicit FrameWriter(const Options& options) {
+        File file = open_to_write(options.output);
+        if (options.format == "pcap") {
+            capture_.emplace(std::move(file), DLT_IEEE802_11);
+        } else {
+            file_ = std::move(file);
+        }
+    }
+
+    /// Writes a frame through to the file. Returns false, with the reason in errno, when that fails.
+    bool write(const EncodedFrame& frame) {
+        if (capture_) {
+            return capture_->write(frame.time, frame.octets);
+        }
+        const std::string line = to_hex(std::span(frame.octets).subspan(frame.body)) + '\n';
+        return std::fwrite(line.data(), 1, line.size(), file_.get()) == line.size() &&
+               std::fflush(file_.get()) == 0;
+    }
+
+private:
+    std::optional<CaptureWriter> capture_;
+    File file_;
+};
+
+class Encoder {
+public:
+    explicit Encoder(const Options& options) : options_(options) {}
+
+    /// The exit status.
+    int run() {
+        // What the library would log of an element is the reason given for its refusal.
+        nuv::logging::ClogmodProxy("assoc_request_frame").set_loglevel(-1);
+        std::string name = options_.output;
+        try {
+            FrameWriter writer(options_);
+            for (const std::string& file : options_.files) {
+                name = file;
+                if (!encode(file, writer)) {
+                    return write_failed(options_.output);
+                }
+            }
+        } catch (const FileError& error) {
+            std::cerr << "nuvctl: " << to_printable(name).text << ": "
+                      << to_printable(error.what()).text << '\n';
+            return 1;
+        }
+        if (frames_ == 0) {
+            std::cerr << "nuvctl: no JSON to encode\n";
+        }
+        return 0;
+    }
+
+private:
+    /// Stops at the first thing that cannot be encoded, with a FileError. Returns false when the frames
+    /// cannot be written.
+    bool encode(const std::string& name, FrameWriter& writer) {
+        JsonReader reader(name);
+        try {
+            for (std::string text = reader.next(); !text.empty(); text = reader.next()) {
+                if (!writer.write(read_json(parse(text)))) {
+                    return false;
+                }
+                ++frames_;
+            }
+        } catch (const FieldError& error) {
+            throw FileError("line " + std::to_string(reader.line()) + ": " + error.what());
+        }
+        return true;
+    }
+
+    const Options& options_;
+    std::uint64_t frames_ = 0;
+};
+
+}  // namespace
+
+void add_encode(CLI::App& nuvctl, int& status) {
+    auto* command = nuvctl.add_subcommand(
+        "encode", "Turn the JSON of decode back into the bodies of (re)association requests");
+    auto options = std::make_shared<Options>();
+    command->add_option("--format", options->format, "hex: a line a frame body; pcap: a capture")
+        ->check(CLI::IsMember({"hex", "pcap"}))
+        ->capture_default_str();
+    command->add_option("--output", options->output, "Write to this file, - is standard output")
+        ->capture_default_str();
+    command->add_option("FILE", options->files, "JSON, - is standard input")->capture_default_str();
+    command->footer(
+        "Reads type, time, station, bssid, current_ap, capability_information, listen_interval "
+        "and of\n"
+        "each element id, extension and fields; an element of any kind may have a body_hex as its "
+        "only\n"
+        "field. What decode derives from them (ssid, security, rsn, name, offset, length and the "
+        "rest)\n"
+        "may stand there and is not read. Stops at the first frame that cannot be made and says "
+        "where.\n\n"
+        "Example: nuvctl decode home.pcap | sed 's/\"mdid\":4660/\"mdid\":1/' |\n"
+        "         nuvctl encode --format pcap --output edited.pcap");
+    command->callback([options, &status] { status = Encoder(*options).run(); });
+}
+
+}  // namespace nuvctl

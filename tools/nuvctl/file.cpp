@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "file.hpp"
+
+#include <sys/stat.h>
+
+#include <cerrno>
+#include <iostream>
+#include <system_error>
+
+#include "text.hpp"
+
+namespace nuvctl {
+
+void throw_errno(int error) { throw FileError(std::generic_category().message(error)); }
+
+void CloseFile::operator()(std::FILE* file) const noexcept {
+    if (file != stdin && file != stdout) {
+        std::fclose(file);  // NOLINT(cppcoreguidelines-owning-memory): this is its owner
+    }
+}
+
+File open_to_read(const std::string& name) {
+    File file(name == "-" ? stdin : std::fopen(name.c_str(), "rbe"));
+    struct stat status {};
+    if (file == nullptr || fstat(fileno(file.get()), &status) != 0) {
+        throw_errno(errno);
+    }
+    if (S_ISDIR(status.st_mode)) {
+        throw_errno(EISDIR);
+    }
+    return file;
+}
+
+File open_to_write(const std::string& name) {
+    File file(name == "-" ? stdout : std::fopen(name.c_str(), "wbe"));
+    if (file == nullptr) {
+        throw_errno(errno);
+    }
+    return file;
+}
+
+int write_failed(const std::string& name) {
+    // Whoever closed the pipe knows that it did.
+    if (errno != EPIPE) {
+        std::cerr << "nuvctl: cannot write to "
+                  << (name == "-" ? "standard output" : to_printable(name).text) << '\n';
+    }
+    return 1;
+}
+
+}  // namespace nuvctl
