@@ -15,7 +15,8 @@ constexpr int usage_error = 2;
 constexpr auto commands = {nuvctl::add_decode, nuvctl::add_encode};
 
 int run(int argc, char** argv) {
-    CLI::App app("Looks at stations, frames and daemons of a Wi-Fi mesh, and makes frames.", "nuvctl");
+    CLI::App app("Looks at stations, frames and daemons of a Wi-Fi mesh, and makes frames.",
+                 "nuvctl");
     app.set_version_flag("--version", "nuvctl " NUVCTL_VERSION);
     app.set_help_all_flag("--help-all", "Print the help of every sub-command too and exit");
     app.footer(

@@ -57,19 +57,6 @@ struct MemberOf<Value Class::*> {
 template <auto Member>
 using MemberType = typename MemberOf<decltype(Member)>::type;
 
-/// A number as the standard means it, least significant octet first, which is the reverse of how this
-/// library writes it.
-template <class T>
-std::uint64_t standard_value(const T& value) {
-    std::array<std::uint8_t, WireForm<T>::size> octets{};
-    WireForm<T>::encode(value, octets.data());
-    std::uint64_t number = 0;
-    for (std::size_t k = octets.size(); k-- > 0;) {
-        number = number << 8U | octets[k];
-    }
-    return number;
-}
-
 /// What has a text form: addresses, suites.
 template <class T>
 concept TextValue = requires(T value, std::string_view text) {
@@ -104,22 +91,27 @@ std::array<std::uint8_t, N> assign_numbers(IEEE802_11_FieldSource& source, std::
     return numbers;
 }
 
-/// Shows one value: numbers as the standard means them; what has a text form as text; a group of
-/// numbers (a WireForm with `is_group`) as a list; everything else as its octets.
+/// Shows one value: numbers least significant octet first as the standard has them, which is the
+/// reverse of how this library writes them; what has a text form as text; a group of numbers (a
+/// WireForm with `is_group`) as a list; everything else as its octets.
 template <class T>
 void visit_value(IEEE802_11_FieldVisitor& visitor, std::string_view name, const T& value) {
     if constexpr (TextValue<T>) {
         visitor.text(name, value.to_string());
-    } else if constexpr (NumberValue<T>) {
-        visitor.number(name, standard_value(value));
-    } else {
-        std::array<std::uint8_t, WireForm<T>::size> octets{};
-        WireForm<T>::encode(value, octets.data());
-        if constexpr (requires { WireForm<T>::is_group; }) {
-            visit_numbers(visitor, name, octets);
-        } else {
-            visitor.octets(name, octets);
+        return;
+    }
+    std::array<std::uint8_t, WireForm<T>::size> octets{};
+    WireForm<T>::encode(value, octets.data());
+    if constexpr (NumberValue<T>) {
+        std::uint64_t number = 0;
+        for (std::size_t k = octets.size(); k-- > 0;) {
+            number = number << 8U | octets[k];
         }
+        visitor.number(name, number);
+    } else if constexpr (requires { WireForm<T>::is_group; }) {
+        visit_numbers(visitor, name, octets);
+    } else {
+        visitor.octets(name, octets);
     }
 }
 

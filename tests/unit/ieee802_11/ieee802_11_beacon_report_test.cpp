@@ -47,6 +47,10 @@ TEST(BeaconReport, TimesAreMostSignificantOctetFirst) {
     EXPECT_NE(set, built);
     set.set_parent_TSF(0x0B0C0D0E);
     EXPECT_EQ(set, built);
+    set.set_actual_measurement_start_time_standard(0x0807060504030201);
+    set.set_measurement_duration_standard(0x0A09);
+    set.set_parent_TSF_standard(0x0E0D0C0B);
+    EXPECT_EQ(set, built);
 }
 
 TEST(BeaconReport, IsShownAsTheStandardMeansIt) {
