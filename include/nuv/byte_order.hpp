@@ -2,6 +2,7 @@
 #pragma once
 
 #include <concepts>
+#include <cstdint>
 
 namespace nuv {
 
@@ -9,11 +10,11 @@ namespace nuv {
 /// 802.11 to the one that the standard means, and back.
 template <std::unsigned_integral T>
 constexpr T swap_octets(T value) {
-    T swapped = 0;
+    std::uint64_t swapped = 0;
     for (unsigned k = 0; k < sizeof(T); ++k) {
-        swapped = static_cast<T>(swapped << 8U | (value >> (8 * k) & 0xFFU));
+        swapped = swapped << 8U | (std::uint64_t{value} >> (8 * k) & 0xFFU);
     }
-    return swapped;
+    return static_cast<T>(swapped);
 }
 
 }  // namespace nuv
