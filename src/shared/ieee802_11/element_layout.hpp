@@ -103,8 +103,9 @@ std::array<std::uint8_t, N> assign_numbers(IEEE802_11_FieldSource& source, std::
     return numbers;
 }
 
-/// Shows one value: numbers as the standard means them; what has a text form as text; a group of
-/// numbers (a WireForm with `is_group`) as a list; everything else as its octets.
+/// Shows one value: numbers least significant octet first as the standard has them, which is the
+/// reverse of how this library writes them; what has a text form as text; a group of numbers (a
+/// WireForm with `is_group`) as a list; everything else as its octets.
 template <class T>
 void visit_value(IEEE802_11_FieldVisitor& visitor, std::string_view name, const T& value) {
     if constexpr (TextValue<T>) {
