@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <bitset>
 #include <cstddef>
@@ -111,7 +112,10 @@ public:
 
             bool full() const { return size_ == N; }
             void push_back(HeldPtr element) { storage_[size_++] = std::move(element); }
-            void clear() { *this = {}; }
+            void clear() {
+                std::for_each_n(storage_.begin(), std::exchange(size_, 0),
+                                [](HeldPtr& element) { element.reset(); });
+            }
             ElementList elements() const { return {storage_.data(), size_}; }
 
         private:
@@ -120,6 +124,8 @@ public:
         };
 
         void clear();
+        void place(IEEE802_11_Element_ID id, IEEE802_11_Element_ID_Extension extension,
+                   ElementPtr element);
         template <class Source>
         void read_from(Source& source, serialization::SerializationContext& ctx);
         template <std::size_t N>

@@ -34,8 +34,12 @@ public:
     template <class E>
     const E* find(std::size_t index = 0) const {
         for (; index < size(); ++index) {
-            if (const auto* element = dynamic_cast<const E*>(items_[index].element.get())) {
-                return element;
+            const IEEE802_11_Element_Base& element = *items_[index].element;
+            if (element.get_type() == E::ELEMENT_ID &&
+                element.get_extension_type() == E::EXTENSION_ID) {
+                if (const auto* found = dynamic_cast<const E*>(&element)) {
+                    return found;
+                }
             }
         }
         return nullptr;

@@ -108,17 +108,16 @@ void Container::append(BoundedList<N>& list, Ptr element, const char* kind) {
 void Container::add_element(ElementPtr element) {
     const ID id = element->get_type();
     const Ext extension = element->get_extension_type();
-    const bool extended = id == ID::ELEMENT_ID_EXTENSION;
+    place(id, extension, std::move(element));
+}
+
+void Container::place(ID id, Ext extension, ElementPtr element) {
     if (id == ID::VENDOR_SPECIFIC) {
         append(vendor_specific_, std::move(element), "vendor");
-    } else if (extended && extension == Ext::TID_TO_LINK_MAPPING) {
+    } else if (id == ID::ELEMENT_ID_EXTENSION && extension == Ext::TID_TO_LINK_MAPPING) {
         append(ttlm_, std::move(element), "TTLM");
-    } else {
-        const std::size_t slot =
-            extended ? map_extended_element_id_to_member(extension) : map_element_id_to_member(id);
-        if (slot < slots_.size()) {
-            slots_[slot] = std::move(element);
-        }
+    } else if (const std::size_t slot = factory::slot_of(id, extension); slot < slots_.size()) {
+        slots_[slot] = std::move(element);
     }
 }
 
@@ -142,10 +141,12 @@ template <class Source>
 void Container::read_from(Source& source, SerializationContext& ctx) {
     clear();
     for (int octet = source.peek(); source.good(); octet = source.peek()) {
+        const auto id = static_cast<ID>(octet);
+        auto extension = Ext::NO_EXTENSION;
         ElementPtr element;
-        if (static_cast<ID>(octet) == ID::ELEMENT_ID_EXTENSION) {
+        if (id == ID::ELEMENT_ID_EXTENSION) {
             source.seekg(2, std::ios_base::cur);
-            const auto extension = static_cast<Ext>(source.peek());
+            extension = static_cast<Ext>(source.peek());
             if (!source.good()) {
                 NUV_LOG(log_module, error)
                     << "Error reading extended element ID. f: " << source.fail()
@@ -155,10 +156,10 @@ void Container::read_from(Source& source, SerializationContext& ctx) {
             source.seekg(-2, std::ios_base::cur);
             element = create_extended_element(extension);
         } else {
-            element = create_element(static_cast<ID>(octet));
+            element = create_element(id);
         }
         read_element(*element, source, ctx);
-        add_element(std::move(element));
+        place(id, extension, std::move(element));
     }
 }
 

@@ -26,11 +26,13 @@ void IEEE802_11_Element_Base::read_from(Source& source, SerializationContext& ct
     check_id(id);
     impl::read_value(source, ctx, length);
     check_length(length);
-    if (const auto fragment = fragment_id(); fragment && length == max_content) {
-        const Reassembled content = reassemble(source, ctx, *fragment);
-        impl::ByteCursor cursor(content.octets, content.missing);
-        read_content(cursor, ctx);
-        return;
+    if (length == max_content) {
+        if (const auto fragment = fragment_id()) {
+            const Reassembled content = reassemble(source, ctx, *fragment);
+            impl::ByteCursor cursor(content.octets, content.missing);
+            read_content(cursor, ctx);
+            return;
+        }
     }
     auto content = body_of(source, length);
     read_content(content.cursor(), ctx);
