@@ -61,9 +61,9 @@ public:
         return if_present(tsf_offset, static_cast<std::int64_t>(tsf_offset_.to_ullong()));
     }
     void set_tsf_offset(std::optional<std::int64_t> value) {
-        set(tsf_offset, tsf_offset_,
-            value ? std::optional(std::bitset<64>(static_cast<std::uint64_t>(*value)))
-                  : std::nullopt);
+        sta_control_[tsf_offset] = value.has_value();
+        tsf_offset_ = static_cast<std::uint64_t>(value.value_or(0));
+        has_sta_info_ = true;
     }
     /// Beacons until the next that announces buffered group frames, and from one such to the next.
     struct DTIMInfo {
