@@ -12,7 +12,7 @@ template <std::unsigned_integral T>
 constexpr T swap_octets(T value) {
     std::uint64_t swapped = 0;
     for (unsigned k = 0; k < sizeof(T); ++k) {
-        swapped = swapped << 8U | (value >> (8 * k) & 0xFFU);
+        swapped = swapped << 8U | (std::uint64_t{value} >> (8 * k) & 0xFFU);
     }
     return static_cast<T>(swapped);
 }

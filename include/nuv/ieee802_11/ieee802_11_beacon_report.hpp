@@ -7,6 +7,7 @@
 #include <optional>
 #include <vector>
 
+#include "nuv/byte_order.hpp"
 #include "nuv/ieee802_11/ieee802_11_dummy_element.hpp"
 #include "nuv/ieee802_11/ieee802_11_measurement_report_field_base.hpp"
 #include "nuv/mac_address.hpp"
@@ -63,13 +64,23 @@ public:
         actual_measurement_start_time_ = time;
     }
     /// In microseconds.
-    std::uint64_t get_actual_measurement_start_time_standard() const;
+    std::uint64_t get_actual_measurement_start_time_standard() const {
+        return swap_octets(actual_measurement_start_time_);
+    }
+    void set_actual_measurement_start_time_standard(std::uint64_t time) {
+        actual_measurement_start_time_ = swap_octets(time);
+    }
 
     /// As sent: most significant octet first.
     std::uint16_t get_measurement_duration() const { return measurement_duration_; }
     void set_measurement_duration(std::uint16_t duration) { measurement_duration_ = duration; }
     /// In time units of 1024 microseconds.
-    std::uint16_t get_measurement_duration_standard() const;
+    std::uint16_t get_measurement_duration_standard() const {
+        return swap_octets(measurement_duration_);
+    }
+    void set_measurement_duration_standard(std::uint16_t duration) {
+        measurement_duration_ = swap_octets(duration);
+    }
 
     /// Bits 0 to 6: condensed PHY type; bit 7: BeaconReportFrameType.
     const std::bitset<8>& get_reported_frame_information() const {
@@ -99,7 +110,8 @@ public:
     std::uint32_t get_parent_TSF() const { return parent_tsf_; }
     void set_parent_TSF(std::uint32_t tsf) { parent_tsf_ = tsf; }
     /// In microseconds.
-    std::uint32_t get_parent_TSF_standard() const;
+    std::uint32_t get_parent_TSF_standard() const { return swap_octets(parent_tsf_); }
+    void set_parent_TSF_standard(std::uint32_t tsf) { parent_tsf_ = swap_octets(tsf); }
 
     // Of the subelements that are set only the sizes count; their IDs are the ones above.
     SubElement get_reported_frame_body() const {

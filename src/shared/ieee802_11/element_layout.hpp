@@ -15,6 +15,7 @@
 
 #include "byte_cursor.hpp"
 #include "nuv/binary_serializable_type.hpp"
+#include "nuv/byte_order.hpp"
 #include "nuv/ieee802_11/ieee802_11_bits.hpp"
 #include "nuv/ieee802_11/ieee802_11_element.hpp"
 #include "nuv/ieee802_11/ieee802_11_field_source.hpp"
@@ -57,19 +58,6 @@ struct MemberOf<Value Class::*> {
 template <auto Member>
 using MemberType = typename MemberOf<decltype(Member)>::type;
 
-/// A number as the standard means it, least significant octet first, which is the reverse of how this
-/// library writes it.
-template <class T>
-std::uint64_t standard_value(const T& value) {
-    std::array<std::uint8_t, WireForm<T>::size> octets{};
-    WireForm<T>::encode(value, octets.data());
-    std::uint64_t number = 0;
-    for (std::size_t k = octets.size(); k-- > 0;) {
-        number = number << 8U | octets[k];
-    }
-    return number;
-}
-
 /// What has a text form: addresses, suites.
 template <class T>
 concept TextValue = requires(T value, std::string_view text) {
@@ -78,7 +66,18 @@ concept TextValue = requires(T value, std::string_view text) {
 };
 
 template <class T>
-concept NumberValue = std::integral<T> || std::is_enum_v<T>;
+concept NumberValue = std::unsigned_integral<T> || std::is_enum_v<T>;
+
+/// A number as the standard means it instead of as this library keeps it, or the other way round. An
+/// enumeration has one octet.
+template <NumberValue T>
+constexpr T standard_value(T value) {
+    if constexpr (std::is_enum_v<T>) {
+        return value;
+    } else {
+        return swap_octets(value);
+    }
+}
 
 /// Octets that mean something each, side by side: a list of numbers.
 template <std::size_t N>
@@ -104,14 +103,15 @@ std::array<std::uint8_t, N> assign_numbers(IEEE802_11_FieldSource& source, std::
     return numbers;
 }
 
-/// Shows one value: numbers as the standard means them; what has a text form as text; a group of
-/// numbers (a WireForm with `is_group`) as a list; everything else as its octets.
+/// Shows one value: numbers least significant octet first as the standard has them, which is the
+/// reverse of how this library writes them; what has a text form as text; a group of numbers (a
+/// WireForm with `is_group`) as a list; everything else as its octets.
 template <class T>
 void visit_value(IEEE802_11_FieldVisitor& visitor, std::string_view name, const T& value) {
     if constexpr (TextValue<T>) {
         visitor.text(name, value.to_string());
     } else if constexpr (NumberValue<T>) {
-        visitor.number(name, standard_value(value));
+        visitor.number(name, static_cast<std::uint64_t>(standard_value(value)));
     } else {
         std::array<std::uint8_t, WireForm<T>::size> octets{};
         WireForm<T>::encode(value, octets.data());
@@ -130,25 +130,21 @@ void assign_value(IEEE802_11_FieldSource& source, std::string_view name, T& valu
         if (!value.parse_string(source.text(name))) {
             source.fail("not of the form " + T().to_string());
         }
-        return;
-    }
-    std::array<std::uint8_t, WireForm<T>::size> octets{};
-    if constexpr (NumberValue<T>) {
-        std::uint64_t number = source.number(name, 8 * octets.size());
-        for (std::uint8_t& octet : octets) {
-            octet = static_cast<std::uint8_t>(number);
-            number >>= 8U;
-        }
-    } else if constexpr (requires { WireForm<T>::is_group; }) {
-        octets = assign_numbers<octets.size()>(source, name);
+    } else if constexpr (NumberValue<T>) {
+        value = standard_value(static_cast<T>(source.number(name, 8 * sizeof(T))));
     } else {
-        const auto given = source.octets(name);
-        if (given.size() != octets.size()) {
-            source.fail("not " + std::to_string(octets.size()) + " octets");
+        std::array<std::uint8_t, WireForm<T>::size> octets{};
+        if constexpr (requires { WireForm<T>::is_group; }) {
+            octets = assign_numbers<octets.size()>(source, name);
+        } else {
+            const auto given = source.octets(name);
+            if (given.size() != octets.size()) {
+                source.fail("not " + std::to_string(octets.size()) + " octets");
+            }
+            std::copy(given.begin(), given.end(), octets.begin());
         }
-        std::copy(given.begin(), given.end(), octets.begin());
+        WireForm<T>::decode(octets.data(), octets.size(), value);
     }
-    WireForm<T>::decode(octets.data(), octets.size(), value);
 }
 
 template <class List>

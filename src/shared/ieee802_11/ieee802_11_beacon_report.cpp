@@ -90,18 +90,6 @@ IEEE802_11_BeaconReport::IEEE802_11_BeaconReport(
       antenna_id_(antenna_id),
       parent_tsf_(parent_tsf) {}
 
-std::uint64_t IEEE802_11_BeaconReport::get_actual_measurement_start_time_standard() const {
-    return layout::standard_value(actual_measurement_start_time_);
-}
-
-std::uint16_t IEEE802_11_BeaconReport::get_measurement_duration_standard() const {
-    return static_cast<std::uint16_t>(layout::standard_value(measurement_duration_));
-}
-
-std::uint32_t IEEE802_11_BeaconReport::get_parent_TSF_standard() const {
-    return static_cast<std::uint32_t>(layout::standard_value(parent_tsf_));
-}
-
 IEEE802_11_BeaconReport::Size IEEE802_11_BeaconReport::size_of(
     const IEEE802_11_DummyElement& subelement) {
     return static_cast<Size>(subelement.get_length() - header_length);

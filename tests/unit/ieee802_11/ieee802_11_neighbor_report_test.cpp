@@ -101,7 +101,7 @@ TEST(NeighborReport, BasicMultiLinkIsASubelementOfItsOwnFraming) {
 
 TEST(NeighborReport, SumOfItsSubelementsIsKeptInEightBits) {
     Report report;
-    for (const std::size_t size : {240, 241, 253, 254, 255}) {
+    for (const std::size_t size : {240U, 241U, 253U, 254U, 255U}) {
         report.sub_elements().clear();
         report.sub_elements().push_back(
             std::make_unique<Dummy>(SubID{221}, std::vector<std::uint8_t>(size)));

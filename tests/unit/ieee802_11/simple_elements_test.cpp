@@ -82,6 +82,13 @@ TEST(StandardValues, AreTheLibrarysWithTheirOctetsInReverse) {
     check(EHT(true, false, false), "ff 10 6c 00 00 00 00 00 00 00 00 00 00 00 22 11 01 00",
           &EHT::get_20_mhz_only_non_ap_sta_mcs_nss_map_standard,
           &EHT::set_20_mhz_only_non_ap_sta_mcs_nss_map_standard, 0x00011122);
+    IEEE802_11_BeaconReport report(0);
+    report.set_actual_measurement_start_time_standard(0x0102030405060708);
+    report.set_measurement_duration_standard(0x0102);
+    report.set_parent_TSF_standard(0x01020304);
+    EXPECT_EQ(report.get_actual_measurement_start_time(), 0x0807060504030201U);
+    EXPECT_EQ(report.get_measurement_duration(), 0x0201);
+    EXPECT_EQ(report.get_parent_TSF(), 0x04030201U);
 }
 
 TEST(SupportedChannels, HoldUpTo127Pairs) {
