@@ -61,9 +61,8 @@ public:
         return if_present(tsf_offset, static_cast<std::int64_t>(tsf_offset_.to_ullong()));
     }
     void set_tsf_offset(std::optional<std::int64_t> value) {
-        sta_control_[tsf_offset] = value.has_value();
+        mark(tsf_offset, value.has_value());
         tsf_offset_ = static_cast<std::uint64_t>(value.value_or(0));
-        has_sta_info_ = true;
     }
     /// Beacons until the next that announces buffered group frames, and from one such to the next.
     struct DTIMInfo {
@@ -75,8 +74,9 @@ public:
         return if_present(dtim_info, DTIMInfo{dtim_count_, dtim_period_});
     }
     void set_dtim_info(const std::optional<DTIMInfo>& value) {
-        set(dtim_info, dtim_count_, value ? std::optional(value->count) : std::nullopt);
-        set(dtim_info, dtim_period_, value ? std::optional(value->period) : std::nullopt);
+        mark(dtim_info, value.has_value());
+        dtim_count_ = value ? value->count : 0;
+        dtim_period_ = value ? value->period : 0;
     }
     /// Bit n: this link and link n cannot transmit and receive at the same time.
     std::optional<std::uint16_t> get_nstr_indication_bitmap() const {
@@ -142,8 +142,11 @@ private:
     }
     template <class T>
     void set(std::size_t bit, T& field, const std::optional<T>& value) {
-        sta_control_[bit] = value.has_value();
+        mark(bit, value.has_value());
         field = value.value_or(T{});
+    }
+    void mark(std::size_t bit, bool present) {
+        sta_control_[bit] = present;
         has_sta_info_ = true;
     }
 

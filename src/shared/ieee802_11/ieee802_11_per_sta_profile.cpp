@@ -72,11 +72,10 @@ void IEEE802_11_PerSTAProfile::set_link_id(std::uint8_t link_id) {
 
 void IEEE802_11_PerSTAProfile::set_nstr_indication_bitmap(std::optional<std::uint16_t> value) {
     const std::uint16_t bitmap = value.value_or(0);
-    sta_control_[nstr_indication] = value.has_value();
+    mark(nstr_indication, value.has_value());
     sta_control_[nstr_two_octets] = bitmap > 0xFF;
     nstr_bitmap_ = static_cast<std::uint8_t>(bitmap);
     nstr_bitmap_high_ = static_cast<std::uint8_t>(bitmap >> 8U);
-    has_sta_info_ = true;
 }
 
 std::uint32_t IEEE802_11_PerSTAProfile::get_length() const {

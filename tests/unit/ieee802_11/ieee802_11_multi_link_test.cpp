@@ -124,7 +124,8 @@ TEST(MultiLink, StandsInANeighborReportUnderAnIdOfItsOwn) {
              {"ff 03 01 00 00", "Invalid ID"},
              {"c9 08 00 00 07 02 4e 55 56 70", "Invalid length"}}) {
         MultiLink refused(MultiLink::Mode::NEIGHBOR_REPORT);
-        EXPECT_EQ(test::message_of([&] { refused.deserialize(test::from_hex(hex), ctx); }), error);
+        const test::Octets octets = test::from_hex(hex);
+        EXPECT_EQ(test::message_of([&] { refused.deserialize(octets, ctx); }), error);
     }
     MultiLink probe = sample("probe_request");
     EXPECT_EQ(as_written(probe), "ff 05 6b 11 00 02 00");
