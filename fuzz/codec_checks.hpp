@@ -98,7 +98,8 @@ inline std::string_view refusal_to_write(const Element& element) {
 /// The elements in an element are written by their classes when it is made of its fields, which may
 /// give other octets, or be refused.
 inline bool holds_elements(const Element& element) {
-    return element.get_extension_type() == ExtensionID::MULTI_LINK;
+    return element.get_extension_type() == ExtensionID::MULTI_LINK ||
+           element.get_type() == ElementID::NEIGHBOR_REPORT;
 }
 
 // --- Reading
