@@ -55,13 +55,6 @@ ElementPtr make_multi_link(const Maps* maps) {
     return element;
 }
 
-/// The ID and, for ID 255, the extension in one number.
-constexpr std::uint16_t key(ID id) { return static_cast<std::uint16_t>(id); }
-constexpr std::uint16_t key(Ext extension) {
-    return static_cast<std::uint16_t>(0x100U + static_cast<unsigned>(extension));
-}
-constexpr std::size_t number_of_keys = 0x200;
-
 /// What a frame accepts: an element's place and the class that reads it, null for a raw one.
 struct Row {
     std::uint16_t key;
@@ -103,7 +96,7 @@ constexpr std::array<Row, 27> rows{{
 }};
 static_assert(std::ranges::is_sorted(rows, std::ranges::less{}, &Row::key));
 
-/// The row of each key, or one past the last: where a received octet leads in one step.
+/// The row of each key, or one past the last.
 constexpr auto row_of_key = [] {
     std::array<std::uint8_t, number_of_keys> index{};
     index.fill(rows.size());
@@ -113,24 +106,23 @@ constexpr auto row_of_key = [] {
     return index;
 }();
 
-const Row* find_row(ID id, Ext extension) {
-    const std::size_t row = row_of_key[id == ID::ELEMENT_ID_EXTENSION ? key(extension) : key(id)];
-    return row < rows.size() ? &rows[row] : nullptr;
-}
-
 }  // namespace
 
+constinit const SlotTable slot_table = [] {
+    SlotTable slots{};
+    slots.fill(no_slot);
+    for (const Row& row : rows) {
+        slots[row.key] = row.slot;
+    }
+    return slots;
+}();
+
 ElementPtr make_element(ID id, Ext extension, const Maps* maps) {
-    const Row* row = find_row(id, extension);
-    if (row == nullptr || row->make == nullptr) {
+    const std::size_t row = row_of_key[key(id, extension)];
+    if (row == rows.size() || rows[row].make == nullptr) {
         return std::make_unique<IEEE802_11_DummyElement>(id);
     }
-    return row->make(maps);
-}
-
-std::size_t slot_of(ID id, Ext extension) {
-    const Row* row = find_row(id, extension);
-    return row != nullptr ? row->slot : no_slot;
+    return rows[row].make(maps);
 }
 
 IEEE802_11_EHTMaps eht_maps(const IEEE802_11_HECapabilities& he) {

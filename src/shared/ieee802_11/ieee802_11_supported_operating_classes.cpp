@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "nuv/ieee802_11/ieee802_11_supported_operating_classes.hpp"
 
+#include <algorithm>
+
 #include "ieee802_11/element_layout.hpp"
 
 namespace nuv::ieee802_11 {
@@ -53,21 +55,29 @@ void IEEE802_11_SupportedOperatingClasses::read_body(impl::ByteCursor& body,
     duple_opclasses_.clear();
 
     Classes* list = &capable_opclasses_;
-    while (body.remaining() > 0) {
-        std::uint8_t octet = 0;
-        body.read(octet);
-        if (octet == duple_delimiter) {
-            if (body.remaining() == 0 || body.remaining() % duple_size != 0) {
-                throw SerializationException(
-                    "Invalid length: must fit IEEE802_11_DupleOperatingClass");
-            }
-            layout::read_list(body, body.remaining() / duple_size, duple_opclasses_);
-        } else if (octet == extension_delimiter && list == &capable_opclasses_) {
-            list = &extension_vector_;
-        } else {
-            list->push_back(octet);
+    const auto is_delimiter = [&](std::uint8_t octet) {
+        return octet == duple_delimiter ||
+               (octet == extension_delimiter && list == &capable_opclasses_);
+    };
+    for (;;) {
+        const auto rest = body.rest();
+        const auto end = std::ranges::find_if(rest, is_delimiter);
+        list->append(rest.begin(), end);
+        body.read_octets(static_cast<std::size_t>(end - rest.begin()));
+        if (body.remaining() == 0) {
+            return;
         }
+        std::uint8_t delimiter = 0;
+        body.read(delimiter);
+        if (delimiter == duple_delimiter) {
+            break;
+        }
+        list = &extension_vector_;
     }
+    if (body.remaining() == 0 || body.remaining() % duple_size != 0) {
+        throw SerializationException("Invalid length: must fit IEEE802_11_DupleOperatingClass");
+    }
+    layout::read_list(body, body.remaining() / duple_size, duple_opclasses_);
 }
 
 bool IEEE802_11_SupportedOperatingClasses::equal_fields(
