@@ -464,6 +464,14 @@ TEST_F(NuvctlTest, DecodesActionFramesAndEncodesThemAgain) {
                      "' encode")
                   .err,
               "nuvctl: -: line 1: target_bssid: not known here, or there twice\n");
+    // A Length octet that wraps is no way to say more.
+    capture("c.pcap", 105, {from_hex(to_station + "0505 01 " + neighbor)});
+    const std::string long_one =
+        R"({\"id\":221,\"fields\":{\"payload_hex\":\")" + std::string(300, '0') + R"(\"}},)";
+    EXPECT_EQ(nuvctl("decode c.pcap | sed 's/\"subelements\":\\[/&" + long_one + long_one +
+                     "/' | '" + NUVCTL "' encode")
+                  .err,
+              "nuvctl: -: line 1: elements[0].fields: more than an element holds\n");
 }
 
 TEST_F(NuvctlTest, SaysWhereAnActionFrameCannotBeRead) {

@@ -102,6 +102,10 @@ std::vector<std::uint8_t> element(JsonFields& fields, ElementMaker& maker) {
             typed->assign_fields(fields);
             fields.close_object();
             octets = written(*typed);
+            // The Length octet of a report that is too long wraps.
+            if (octets.size() > typed->get_length()) {
+                fields.fail("more than an element holds");
+            }
             maker.remember(*typed);
         }
     } catch (const SerializationException& error) {
