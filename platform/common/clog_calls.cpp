@@ -127,6 +127,8 @@ int clogger_show(clogger* logger, clogger_printer printer, void* ctx) {
             }
         }
         return 0;
+    } catch (const std::system_error& e) {
+        return -e.code().value();
     } catch (const std::exception&) {
         return -ENOMEM;
     }

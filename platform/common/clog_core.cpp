@@ -257,6 +257,9 @@ std::string_view Outputs::compose(const Output& output, const clogger_msg_info& 
 }
 
 std::vector<std::string> Outputs::describe() const {
+    if (delivering) {
+        throw std::system_error(EDEADLK, std::generic_category());
+    }
     const std::lock_guard lock(mutex_);
     std::vector<std::string> lines;
     for (const auto& output : outputs_) {
@@ -292,7 +295,7 @@ void Registry::set_up_default_logger() {
 
 bool passes(const clogger& logger, const clogmod* module, int level) noexcept {
     if (module == nullptr) {
-        module = logger.main_module.load(std::memory_order_relaxed);
+        module = logger.main_module.load(std::memory_order_acquire);
     }
     const int limit =
         module != nullptr ? module->level.load(std::memory_order_relaxed) : CLOGGER_INFO;

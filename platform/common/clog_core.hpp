@@ -96,7 +96,8 @@ public:
     bool take(int level) const noexcept { return ((taken_ >> level) & 1) != 0; }
     void deliver(const clogger_msg_info& info) noexcept;
 
-    /// One line for each, as the calls that add them.
+    /// One line for each, as the calls that add them. Throws std::system_error EDEADLK in a callback
+    /// of a logger.
     std::vector<std::string> describe() const;
 
 private:

@@ -254,19 +254,22 @@ TEST_F(ClogContract, ArgumentsOutOfRangeAreRefused) {
     clogmod__err(nullptr, "f", "g", 1, "x");
 }
 
+CLOG_PRINTF(2, 3) int print_to_nothing(void* /*ctx*/, const char* /*fmt*/, ...) { return 0; }
+
 TEST_F(ClogContract, CallbacksCannotLogOrChangeOutputs) {
     const auto nosy = [](void* ctx, const clogger_msg_info* info) {
         clogger* const own = clogger_get(info->logger);
         clogger__err(own, "f", "g", 1, "from the callback");
         *static_cast<Lines*>(ctx) = {std::to_string(clogger_enable_stdout(own, 31, 0)),
-                                     std::to_string(clogger_disable_stdout(own))};
+                                     std::to_string(clogger_disable_stdout(own)),
+                                     std::to_string(clogger_show(own, print_to_nothing, nullptr))};
         return 1;
     };
     Lines results;
     ASSERT_EQ(clogger_add_msg_filter(logger, nosy, &results), 0);
     clogmod__err(module, "f", "g", 1, "x");
     EXPECT_EQ(clogger_rm_msg_filter(logger, nosy, &results), 0);
-    EXPECT_EQ(results, Lines(2, std::to_string(-EDEADLK)));
+    EXPECT_EQ(results, Lines(3, std::to_string(-EDEADLK)));
     EXPECT_EQ(take(), Lines{"x"});
 }
 

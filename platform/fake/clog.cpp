@@ -64,7 +64,12 @@ void FakeLog::clear_records() {
 
 std::vector<std::string> FakeLog::leftovers() const {
     std::vector<std::string> left;
-    for (const auto* logger : state_->loggers) {
+    // A logger locks itself before the records, so not the other way here.
+    const auto loggers = [this] {
+        const std::lock_guard lock(state_->mutex);
+        return state_->loggers;
+    }();
+    for (const auto* logger : loggers) {
         for (const auto& output : logger->outputs.describe()) {
             // The one output that is there from the beginning.
             if (logger->name != "default" || !output.starts_with("clogger_enable_stderr")) {
@@ -204,7 +209,9 @@ clogger* clogger_get(const char* name) {
     auto& registry = Registry::get();
     clogger* const logger =
         name == nullptr ? registry.default_logger.load() : registry.loggers.find(name);
-    return FakePlatform::current()->log().state().loggers.contains(logger) ? logger : nullptr;
+    auto& state = FakePlatform::current()->log().state();
+    const std::lock_guard lock(state.mutex);
+    return state.loggers.contains(logger) ? logger : nullptr;
 }
 
 clogger* clogger_alloc(const char* name) {
@@ -213,7 +220,9 @@ clogger* clogger_alloc(const char* name) {
     }
     clogger* const logger = Registry::get().loggers.find_or_make(name);
     if (logger != nullptr) {
-        FakePlatform::current()->log().state().loggers.insert(logger);
+        auto& state = FakePlatform::current()->log().state();
+        const std::lock_guard lock(state.mutex);
+        state.loggers.insert(logger);
     }
     return logger;
 }

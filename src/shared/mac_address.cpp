@@ -7,6 +7,7 @@
 #include <ostream>
 #include <stdexcept>
 
+#include "masked_exceptions.hpp"
 #include "nuv_platform/ifwatch.h"
 #include "octet_text.hpp"
 #include "quote.hpp"
@@ -57,7 +58,10 @@ std::istream& operator>>(std::istream& is, MACAddress& address) {
     } const restorer{is, is.width(MACAddress::MAC_ADDR_STRING_LEN)};
 
     std::string word;
-    is >> word;
+    {
+        const MaskedExceptions masked(is);  // the state is not final yet
+        is >> word;
+    }
     MACAddress read;
     if (is.good() && read.parse_string(word)) {
         address = read;

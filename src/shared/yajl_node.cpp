@@ -3,11 +3,14 @@
 
 #include <yajl/yajl_tree.h>
 
+#include <algorithm>
 #include <array>
+#include <cstdio>
 #include <cstring>
 #include <istream>
 #include <limits>
 
+#include "masked_exceptions.hpp"
 #include "nuv/serialization_exception.hpp"
 
 namespace nuv::serialization {
@@ -30,11 +33,48 @@ yajl_val member_or_self(yajl_val node, const std::string& key, yajl_type type) {
 
 std::string read_document(std::istream& is) {
     std::string text;
-    std::getline(is, text, '\0');  // the parser takes a C string
+    const MaskedExceptions masked(is);  // what is wrong with the text is said in one way
+    std::getline(is, text, '\0');       // the parser takes a C string
     if (is.good()) {
         is.ignore(std::numeric_limits<std::streamsize>::max());
     }
     return text;
+}
+
+/// Whether lists and objects lie in each other deeper than a tree of them can be freed on a small
+/// stack: the parser recurses there.
+bool is_too_deep(std::string_view text) {
+    unsigned depth = 0;
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        switch (text[at]) {
+            case '[':
+            case '{':
+                if (++depth > YAJLNode::MAX_DEPTH) {
+                    return true;
+                }
+                break;
+            case ']':
+            case '}':
+                depth -= depth > 0 ? 1 : 0;
+                break;
+            case '"':
+                for (++at; at < text.size() && text[at] != '"'; ++at) {
+                    at += text[at] == '\\' ? 1 : 0;
+                }
+                break;
+            case '/':  // the parser passes over comments, quotes inside them included
+                if (text.substr(at).starts_with("//")) {
+                    at = std::min(text.find('\n', at), text.size());
+                } else if (text.substr(at).starts_with("/*")) {
+                    const std::size_t end = text.find("*/", at + 2);
+                    at = end == std::string_view::npos ? text.size() : end + 1;
+                }
+                break;
+            default:
+                break;
+        }
+    }
+    return false;
 }
 
 }  // namespace
@@ -48,7 +88,11 @@ void YAJLNode::FreeOwned::operator()(yajl_val_s* tree) const noexcept {
 YAJLNode::YAJLNode(std::istream& is) {
     std::array<char, 1024> error{};
     const std::string text = read_document(is);
-    value_ = {yajl_tree_parse(text.c_str(), error.data(), error.size()), FreeOwned{true}};
+    if (is_too_deep(text)) {
+        std::snprintf(error.data(), error.size(), "more than %u levels", MAX_DEPTH);
+    } else {
+        value_ = {yajl_tree_parse(text.c_str(), error.data(), error.size()), FreeOwned{true}};
+    }
     if (value_ == nullptr) {
         throw SerializationException(
             std::string("Parsing of JSON failed, can't create root YAJLNode, got:\n") +

@@ -62,6 +62,12 @@ TEST(MACAddress, InputEndsWithExactlyTheFailBitOrNone) {
     EXPECT_EQ(read(" \n" + TEXT + "77 x"), TEXT + "|77 x");
     EXPECT_EQ(read(TEXT.substr(1)), "00:00:00:00:00:00|");  // the end of file is forgotten
     EXPECT_EQ(read("zz:zz:zz:zz:zz:zz x"), "00:00:00:00:00:00| x");
+
+    std::istringstream throwing("zz");
+    throwing.exceptions(std::ios::failbit | std::ios::eofbit);
+    MACAddress address;
+    EXPECT_THROW(throwing >> address, std::ios::failure);
+    EXPECT_EQ(throwing.rdstate(), std::ios::failbit);
 }
 
 TEST(MACAddress, IndexIsCheckedAndTypeBitsChangeAlone) {

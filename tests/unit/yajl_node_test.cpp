@@ -16,6 +16,31 @@ TEST(YAJLNode, RefusesWhatIsNoJson) {
     }
 }
 
+TEST(YAJLNode, RefusesMoreLevelsThanCanBeFreed) {
+    const auto error = [](const std::string& text) {
+        return nuv::test::message_of([&] { return parse(text), ""; });
+    };
+    const auto nested = [](std::size_t levels, const std::string& inside) {
+        return std::string(levels, '[') + inside + std::string(levels, ']');
+    };
+    const std::string refusal =
+        "Parsing of JSON failed, can't create root YAJLNode, got:\nmore than 127 levels";
+    EXPECT_EQ(error(nested(126, R"("[\"[", "[\\", {} /* [" */ // ]"
+        )")),
+              "");
+    for (const char* inside : {"[]", "{}", R"("\\", [])", "1, /* \" */ []", "1, // \"\n []"}) {
+        EXPECT_EQ(error(nested(127, inside)), refusal) << inside;
+    }
+    EXPECT_EQ(error(std::string(1 << 20, '[')), refusal);
+}
+
+TEST(YAJLNode, FailsInOneWayWhateverTheStreamThrows) {
+    std::istringstream is;
+    is.exceptions(std::ios::failbit | std::ios::eofbit);
+    EXPECT_THROW(YAJLNode{is}, nuv::test::SerializationException);
+    EXPECT_EQ(is.exceptions(), std::ios::failbit | std::ios::eofbit);
+}
+
 TEST(YAJLNode, ReadsTheStreamToItsEndAlsoBehindANul) {
     std::istringstream is(std::string("null\0\xFF rest", 11));
     EXPECT_TRUE(YAJLNode(is).get_null("") && is.rdstate() == std::ios::eofbit);

@@ -55,11 +55,7 @@ public:
             } else if (c == '"') {
                 in_string = true;
             } else if (c == '{' || c == '[') {
-                // More than any writer makes, and less than the parser takes without harm.
-                constexpr unsigned max_depth = 127;
-                if (++depth > max_depth) {
-                    throw FieldError("more than 127 levels");
-                }
+                ++depth;
             } else if ((c == '}' || c == ']') && depth > 0) {
                 --depth;
             }
