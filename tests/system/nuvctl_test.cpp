@@ -404,7 +404,8 @@ TEST_F(NuvctlTest, RefusesWhatItCannotEncodeWithItsPath) {
         std::string edited = json;
         ASSERT_TRUE(has(json, row.from)) << row.from;
         edited.replace(edited.find(row.from), row.from.size(), row.to);
-        write("c.json", json + "\n" + edited + json);
+        edited.insert(0, json + "\n");
+        write("c.json", edited += json);
         const Outcome outcome = nuvctl("encode c.json");
         EXPECT_EQ(outcome.err, "nuvctl: c.json: line 3: " + row.error + "\n");
         EXPECT_EQ(outcome.status, 1);

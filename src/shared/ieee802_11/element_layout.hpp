@@ -94,7 +94,7 @@ template <std::size_t N>
 std::array<std::uint8_t, N> assign_numbers(IEEE802_11_FieldSource& source, std::string_view name) {
     std::array<std::uint8_t, N> numbers{};
     if (source.open_list(name) != N) {
-        source.fail("not a list of " + std::to_string(N));
+        source.fail(std::string("not a list of ") + std::to_string(N));
     }
     for (std::uint8_t& number : numbers) {
         number = static_cast<std::uint8_t>(source.number({}, 8));
@@ -128,7 +128,7 @@ template <class T>
 void assign_value(IEEE802_11_FieldSource& source, std::string_view name, T& value) {
     if constexpr (TextValue<T>) {
         if (!value.parse_string(source.text(name))) {
-            source.fail("not of the form " + T().to_string());
+            source.fail(std::string("not of the form ") + T().to_string());
         }
     } else if constexpr (NumberValue<T>) {
         value = standard_value(static_cast<T>(source.number(name, 8 * sizeof(T))));
@@ -139,7 +139,7 @@ void assign_value(IEEE802_11_FieldSource& source, std::string_view name, T& valu
         } else {
             const auto given = source.octets(name);
             if (given.size() != octets.size()) {
-                source.fail("not " + std::to_string(octets.size()) + " octets");
+                source.fail(std::string("not ") + std::to_string(octets.size()) + " octets");
             }
             std::copy(given.begin(), given.end(), octets.begin());
         }

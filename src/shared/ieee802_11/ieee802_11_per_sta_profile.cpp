@@ -65,7 +65,8 @@ constexpr std::uint32_t capability_information_size = 2;
 
 void IEEE802_11_PerSTAProfile::set_link_id(std::uint8_t link_id) {
     if (link_id > link_id_mask) {
-        throw std::invalid_argument("Link ID " + std::to_string(link_id) + " is not 0 to 15");
+        throw std::invalid_argument(std::string("Link ID ") + std::to_string(link_id) +
+                                    " is not 0 to 15");
     }
     sta_control_ = (sta_control_.to_ulong() & ~link_id_mask) | link_id;
 }

@@ -208,7 +208,7 @@ void IEEE802_11_RSNElement::assign_fields(IEEE802_11_FieldSource& source) {
         }
     };
     if (source.number("version", 16) != rsn_version) {
-        source.fail("not version " + std::to_string(rsn_version));
+        source.fail("not version 1");
     }
     assign_suite("group_data", has_group_data_, group_data_);
     layout::assign_list(source, "pairwise", pairwise_cipher_list_);
