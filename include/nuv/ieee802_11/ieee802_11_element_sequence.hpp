@@ -48,7 +48,7 @@ public:
     /// Appends the element, not null, with the octets as which it writes itself. Throws its
     /// SerializationException, changing nothing, if it refuses.
     void add_element(ElementPtr element);
-    /// Appends the element that was read from these octets.
+    /// Appends the element that was read from these octets, which are none of this object's own.
     void add_element(ElementPtr element, std::span<const std::uint8_t> octets);
     void clear();
 

@@ -53,9 +53,12 @@ public:
     bool is_basic() const { return get_multi_link_type() == Type::BASIC; }
 
     // Common Info of a Basic element. Each getter gives none where the field is absent; each setter
-    // makes it present, or absent with none.
+    // makes it present, or absent with none; of another type than Basic it throws std::logic_error.
     const MACAddress& get_mld_mac_address() const { return mld_mac_address_; }
-    void set_mld_mac_address(const MACAddress& address) { mld_mac_address_ = address; }
+    void set_mld_mac_address(const MACAddress& address) {
+        require_basic();
+        mld_mac_address_ = address;
+    }
     /// The link on which the sender transmits, 0 to 14 (its high four bits are reserved).
     std::optional<std::uint8_t> get_link_id() const { return if_present(link_id, link_id_); }
     void set_link_id(std::optional<std::uint8_t> value) { set(link_id, link_id_, value); }
@@ -101,8 +104,8 @@ public:
 
     /// What is behind the control field of another type than Basic.
     const IEEE802_11_Body& get_body() const { return body_; }
-    /// Makes the element one of another type, given in `control`. Throws std::invalid_argument for
-    /// Basic.
+    /// Makes the element one of another type, given in `control`, without Common Info and Link Info.
+    /// Throws std::invalid_argument for Basic.
     void set_body(const std::bitset<16>& control, const IEEE802_11_Body& body);
 
     /// The shape of EHT Capabilities in profiles that inherit their HE Capabilities from the frame.
@@ -144,10 +147,12 @@ private:
     }
     template <class T>
     void set(std::size_t bit, T& field, const std::optional<T>& value) {
+        require_basic();
         control_[bit] = value.has_value();
         field = value.value_or(T{});
     }
 
+    void require_basic() const;
     std::unique_ptr<IEEE802_11_Element_Base> make_subelement(
         IEEE802_11_Element_ID id, IEEE802_11_Element_ID_Extension extension) const;
 

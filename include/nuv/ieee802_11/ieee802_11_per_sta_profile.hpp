@@ -138,7 +138,7 @@ private:
 
     template <class T>
     std::optional<T> if_present(std::size_t bit, const T& value) const {
-        return sta_control_[bit] ? std::optional(value) : std::nullopt;
+        return has_sta_info_ && sta_control_[bit] ? std::optional(value) : std::nullopt;
     }
     template <class T>
     void set(std::size_t bit, T& field, const std::optional<T>& value) {

@@ -19,6 +19,8 @@ namespace nuv::ieee802_11 {
 
 constexpr std::uint8_t element_fragment_id = 242;
 constexpr std::uint8_t subelement_fragment_id = 254;
+/// What any frame holds at most (IEEE Std 802.11-2020, table 9-25).
+constexpr std::size_t longest_frame = 11454;
 
 /// Octets of `content` octets with the headers of all pieces.
 constexpr std::uint32_t fragmented_length(std::uint32_t content) {
@@ -42,7 +44,6 @@ inline int next_octet(std::istream& source) {
 template <class Source>
 Reassembled reassemble(Source& source, serialization::SerializationContext& ctx,
                        std::uint8_t fragment_id) {
-    constexpr std::size_t longest_frame = 11454;  // IEEE Std 802.11-2020, table 9-25
     Reassembled content;
     std::uint8_t length = max_content;
     for (;;) {

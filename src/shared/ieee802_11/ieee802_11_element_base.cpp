@@ -92,7 +92,7 @@ bool IEEE802_11_Element_Base::operator==(const IEEE802_11_Element_Base& other) c
 }
 
 void IEEE802_11_Element_Base::check_fields() const {
-    if (!fragment_id() && get_length() - 2 > max_content) {
+    if (get_length() - 2 > (fragment_id() ? longest_frame : max_content)) {
         throw SerializationException("Invalid length");
     }
 }

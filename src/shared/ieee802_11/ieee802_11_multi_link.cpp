@@ -68,7 +68,15 @@ void IEEE802_11_MultiLink::set_body(const std::bitset<16>& control, const IEEE80
         throw std::invalid_argument("The body of a Basic Multi-Link element is typed");
     }
     control_ = control;
+    Layout::CommonInfo::clear(*this);
+    link_info_.clear();
     body_ = body;
+}
+
+void IEEE802_11_MultiLink::require_basic() const {
+    if (!is_basic()) {
+        throw std::logic_error("Only a Basic Multi-Link element has this field");
+    }
 }
 
 std::uint32_t IEEE802_11_MultiLink::get_length() const {
@@ -102,7 +110,8 @@ void IEEE802_11_MultiLink::check_fields() const {
     if (mode_ == Mode::NEIGHBOR_REPORT && !is_basic()) {
         throw SerializationException("Only Basic Multi-Link elements allowed in Neighbor Report");
     }
-    if (is_basic() && Layout::CommonInfo::length(*this) > max_content) {
+    // The octet of the Common Info's length is always there, and says no more than it can.
+    if (is_basic() ? Layout::CommonInfo::length(*this) > max_content : body_.empty()) {
         throw SerializationException("Invalid length");
     }
     IEEE802_11_Element_Base::check_fields();

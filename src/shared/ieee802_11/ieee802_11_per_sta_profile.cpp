@@ -126,8 +126,7 @@ std::unique_ptr<IEEE802_11_Element_Base> IEEE802_11_PerSTAProfile::make_element(
 }
 
 void IEEE802_11_PerSTAProfile::read_body(impl::ByteCursor& body, SerializationContext& ctx) {
-    layout::require_whole(body);
-    if (body.remaining() < sta_control_size) {
+    if (!body.whole() || body.remaining() < sta_control_size) {
         throw SerializationException("Invalid length");
     }
     body.read(sta_control_);

@@ -38,6 +38,11 @@ TEST(MultiLink, NamesEveryFieldOfTheCommonInfo) {
     EXPECT_EQ(element.get_ap_mld_id(), 5);
     EXPECT_EQ(element.get_extended_mld_capabilities(), 0x0060);
     EXPECT_EQ(sample("no_link_but_its_own").get_link_id(), std::nullopt);
+    MultiLink other = sample("every_common_field");
+    other.set_body(0x0011, {0x02, 0x00});
+    EXPECT_EQ(other, sample("probe_request"));
+    other.set_body(0x0011, {});
+    EXPECT_EQ(as_written(other), "Invalid length");
     // Its bits mean something else in another type.
     EXPECT_EQ(sample("probe_request").get_link_id(), std::nullopt);
 }
@@ -129,6 +134,7 @@ TEST(MultiLink, StandsInANeighborReportUnderAnIdOfItsOwn) {
     }
     MultiLink probe = sample("probe_request");
     EXPECT_EQ(as_written(probe), "ff 05 6b 11 00 02 00");
+    EXPECT_THROW(probe.set_mld_capabilities(3), std::logic_error);
     probe.set_mode(MultiLink::Mode::NEIGHBOR_REPORT);
     EXPECT_EQ(as_written(probe), "Only Basic Multi-Link elements allowed in Neighbor Report");
 }
