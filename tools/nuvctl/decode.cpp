@@ -86,7 +86,9 @@ public:
     /// The exit status.
     int run() {
         // What the library would log of a frame stands in the frame's own output.
-        nuv::logging::ClogmodProxy("assoc_request_frame").set_loglevel(-1);
+        for (const char* module : {"assoc_request_frame", "becon_report"}) {
+            nuv::logging::ClogmodProxy(module).set_loglevel(-1);
+        }
         int status = 0;
         for (const std::string& name : options_.files) {
             try {

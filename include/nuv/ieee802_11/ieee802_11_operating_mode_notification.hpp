@@ -36,6 +36,7 @@ public:
         }
         return streams;
     }
+    /// 1 to 8; of another number the low three bits of it less 1 count.
     void set_rx_nss(std::uint8_t streams) { set(rx_nss_minus_1, streams - 1); }
     std::optional<NSSType> get_rx_nss_type() const { return get<NSSType>(rx_nss_type); }
     void set_rx_nss_type(NSSType value) { set(rx_nss_type, value); }

@@ -248,14 +248,17 @@ void IEEE802_11_BeaconReport::assign_fields(IEEE802_11_FieldSource& source) {
         source.open_object({});
         const auto id = static_cast<IEEE802_11_Element_ID>(source.number("id", 8));
         const auto size = static_cast<Size>(source.number("length", 8));
-        if (id == VENDOR_SPECIFIC_ID) {
+        const bool before_vendors = vendor_specific_.empty();
+        if (id == VENDOR_SPECIFIC_ID && vendor_specific_.size() < MAX_VENDOR_ELEMENTS) {
             vendor_specific_.push_back(size);
-        } else if (id == REPORTED_FRAME_BODY_ID && !reported_frame_body_) {
+        } else if (id == REPORTED_FRAME_BODY_ID && !reported_frame_body_ &&
+                   !wide_bandwidth_channel_switch_ && before_vendors) {
             reported_frame_body_ = size;
-        } else if (id == WIDE_BANDWIDTH_CHANNEL_SWITCH_ID && !wide_bandwidth_channel_switch_) {
+        } else if (id == WIDE_BANDWIDTH_CHANNEL_SWITCH_ID && !wide_bandwidth_channel_switch_ &&
+                   before_vendors) {
             wide_bandwidth_channel_switch_ = size;
         } else {
-            source.fail("a beacon report has no such subelement, or has it once");
+            source.fail("a beacon report has 1, 163 and up to ten 221, in this order");
         }
         source.close_object();
     }

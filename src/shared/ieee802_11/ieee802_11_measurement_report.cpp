@@ -147,8 +147,8 @@ void IEEE802_11_MeasurementReport::assign_fields(IEEE802_11_FieldSource& source)
     measurement_report_field_.reset();
     if (source.has(field_name)) {
         source.open_object(field_name);
-        if (!create_measurement_report_field(measurement_type_, 0)) {
-            source.fail("only beacon reports have one");
+        if (!Layout::has_report(*this) || !create_measurement_report_field(measurement_type_, 0)) {
+            source.fail("only beacon reports have one, without a mode bit set");
         }
         measurement_report_field_->assign_fields(source);
         source.close_object();

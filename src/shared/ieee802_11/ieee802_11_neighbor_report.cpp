@@ -142,6 +142,9 @@ void Report::BasicMultiLinkSubElement::visit_fields(IEEE802_11_FieldVisitor& vis
 
 void Report::BasicMultiLinkSubElement::assign_fields(IEEE802_11_FieldSource& source) {
     element_.assign_fields(source);
+    if (!element_.is_basic()) {
+        source.fail("Multi-Link Element must be of basic type");
+    }
 }
 
 // --- Every other subelement
