@@ -6,5 +6,9 @@
 
 #include "nuv/ether_header.hpp"
 #include "nuv/fixed_byte_buffer.hpp"
+#include "nuv/ip_address.hpp"
+#include "nuv/ipv4_address.hpp"
+#include "nuv/ipv6_address.hpp"
 #include "nuv/mac_address.hpp"
 #include "nuv/nid.hpp"
+#include "nuv/prefixed_ip_address.hpp"

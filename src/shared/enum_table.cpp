@@ -2,6 +2,7 @@
 #include "enum_table.hpp"
 
 #include <ostream>
+#include <stdexcept>
 
 namespace nuv::impl {
 namespace {
@@ -30,6 +31,9 @@ std::string EnumTable::text(std::uint8_t value) const {
         row = take_row(rest);
     }
     std::string text(row.text);
+    if (row.kind == RowKind::REFUSED) {
+        throw std::invalid_argument(text);
+    }
     if (row.kind == RowKind::NUMBERED) {
         text += std::to_string(value);
     }

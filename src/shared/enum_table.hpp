@@ -23,6 +23,7 @@ enum class RowKind : std::uint8_t {
     NAMED,     ///< one value; only these rows are read back
     UNNAMED,   ///< a range of values that share a text
     NUMBERED,  ///< a range of values, each with the text followed by its number in decimal
+    REFUSED,   ///< a range of values that have none: std::invalid_argument(text)
 };
 
 struct ValueRange {
@@ -121,6 +122,7 @@ public:
         return EnumTable({packed.data(), packed.size()});
     }
 
+    /// Throws std::invalid_argument for a value of a REFUSED row.
     std::string text(std::uint8_t value) const;
     std::ostream& write(std::ostream& os, std::uint8_t value) const;
     std::optional<std::uint8_t> value(std::string_view text) const;
