@@ -47,6 +47,7 @@ public:
     MACAddress& set_universally_administered() noexcept { return change_bits(LOCAL, 0); }
     MACAddress& set_locally_administered() noexcept { return change_bits(LOCAL, LOCAL); }
     bool is_group() const noexcept { return (octets_[0] & GROUP) != 0; }
+    bool is_locally_administered() const noexcept { return (octets_[0] & LOCAL) != 0; }
 
     bool operator==(const MACAddress&) const = default;
     std::strong_ordering operator<=>(const MACAddress& other) const noexcept {

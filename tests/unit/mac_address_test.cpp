@@ -76,6 +76,8 @@ TEST(MACAddress, IndexIsCheckedAndTypeBitsChangeAlone) {
     for (unsigned octet = 0; octet < 256; ++octet) {
         MACAddress a;
         a[0] = static_cast<std::uint8_t>(octet);
+        EXPECT_EQ(a.is_group(), octet % 2 == 1);
+        EXPECT_EQ(a.is_locally_administered(), octet / 2 % 2 == 1);
         EXPECT_EQ(MACAddress(a).set_individual()[0], octet & 0xFEU);
         EXPECT_EQ(MACAddress(a).set_group()[0], octet | 0x01U);
         EXPECT_EQ(MACAddress(a).set_universally_administered()[0], octet & 0xFDU);

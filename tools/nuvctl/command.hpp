@@ -12,5 +12,6 @@ namespace nuvctl {
 
 void add_decode(CLI::App& nuvctl, int& status);
 void add_encode(CLI::App& nuvctl, int& status);
+void add_address(CLI::App& nuvctl, int& status);
 
 }  // namespace nuvctl
