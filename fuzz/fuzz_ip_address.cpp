@@ -27,9 +27,9 @@ using Octets = std::vector<std::uint8_t>;
 /// The rules once more, by scanf and as plainly as they can be said. Nothing for a refused text.
 std::optional<Octets> scan_v4(const std::string& text) {
     std::array<unsigned, 4> n{};
-    char behind = 0;
+    char behind[2];
     if (text.size() > 15 ||
-        std::sscanf(text.c_str(), "%3u.%3u.%3u.%3u%1s", &n[0], &n[1], &n[2], &n[3], &behind) != 4) {
+        std::sscanf(text.c_str(), "%3u.%3u.%3u.%3u%1s", &n[0], &n[1], &n[2], &n[3], behind) != 4) {
         return std::nullopt;
     }
     Octets octets;
@@ -79,11 +79,11 @@ std::optional<Octets> scan_v6(const std::string& text) {
             continue;
         }
         unsigned value = 0;
-        char rest = 0;
+        char rest[2];
         const auto v4 = i + 1 == segments.size() ? scan_v4(segments[i]) : std::nullopt;
         if (v4) {
             octets.insert(octets.end(), v4->begin(), v4->end());
-        } else if (std::sscanf(segments[i].c_str(), "%4x%1s", &value, &rest) == 1) {
+        } else if (std::sscanf(segments[i].c_str(), "%4x%1s", &value, rest) == 1) {
             octets.push_back(static_cast<std::uint8_t>(value >> 8U));
             octets.push_back(static_cast<std::uint8_t>(value));
         } else {

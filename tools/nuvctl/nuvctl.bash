@@ -2,7 +2,7 @@
 _nuvctl() {
     local word=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]} words=''
     if [ "$COMP_CWORD" -eq 1 ]; then
-        words='decode encode --help --version'
+        words='decode encode address --help --version'
     elif [ "$previous" = --format ]; then
         words='hex pcap'
     elif [ "$previous" = --type ]; then
@@ -12,7 +12,10 @@ _nuvctl() {
         case ${COMP_WORDS[1]} in
             decode) words='--pretty --summary --type --help' ;;
             encode) words='--format --output --help' ;;
+            address) words='--contains --pretty --help' ;;
         esac
+    elif [ "${COMP_WORDS[1]}" = address ]; then
+        return
     else
         mapfile -t COMPREPLY < <(compgen -f -- "$word")
         compopt -o filenames
