@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <memory>
+
+namespace nuv {
+
+/// What can be copied through a pointer to its base `T`.
+template <class T>
+class ICloneable {
+public:
+    virtual ~ICloneable() = default;
+
+    virtual std::unique_ptr<T> clone() const = 0;
+
+protected:
+    ICloneable() = default;
+    ICloneable(const ICloneable&) = default;
+    ICloneable(ICloneable&&) = default;
+    ICloneable& operator=(const ICloneable&) = default;
+    ICloneable& operator=(ICloneable&&) = default;
+};
+
+}  // namespace nuv
