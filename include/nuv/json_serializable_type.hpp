@@ -44,6 +44,15 @@ concept JSONTextEnum = std::is_enum_v<T> && requires(T value, const std::string&
     { string_to_enum(text, value) } -> std::same_as<bool>;
 };
 
+/// A value whose JSON form is its text: `parse_string(text)` reads what `to_string()` writes and
+/// returns whether it could, the value stays where it could not; TYPE_NAME is for messages.
+template <typename T>
+concept JSONText = requires(T value, const std::string& text) {
+    { T::TYPE_NAME } -> std::convertible_to<std::string_view>;
+    { value.to_string() } -> std::convertible_to<std::string>;
+    { value.parse_string(text) } -> std::same_as<bool>;
+};
+
 namespace impl {
 
 /// Throws "Serialization of `type` failed".
@@ -52,7 +61,7 @@ namespace impl {
 [[noreturn]] NUV_EXPORT void throw_json_read_failed(std::string_view type, const std::string& key,
                                                     std::string_view reason = {});
 /// The same for a member of which `text` was read, which is none of its texts.
-[[noreturn]] NUV_EXPORT void throw_json_enum_unknown(const std::string& key,
+[[noreturn]] NUV_EXPORT void throw_json_text_unknown(std::string_view type, const std::string& key,
                                                      const std::string& text);
 /// Throws what `inner`, from reading an object in an array, means for the array.
 [[noreturn]] NUV_EXPORT void throw_json_element_failed(const SerializationException& inner);
@@ -152,7 +161,24 @@ struct JSONSerializableType<T> {
                             T& value) {
         std::string text;
         if (!node.get_string(key, text) || !string_to_enum(text, value)) {
-            impl::throw_json_enum_unknown(key, text);
+            impl::throw_json_text_unknown("enum", key, text);
+        }
+    }
+};
+
+/// The text of a value; only what it reads is taken.
+template <JSONText T>
+struct JSONSerializableType<T> {
+    static void serialize(YAJLStream& stream, SerializationContext&, const T& value) {
+        if (!stream.write_string(value.to_string())) {
+            impl::throw_json_write_failed(T::TYPE_NAME);
+        }
+    }
+    static void deserialize(YAJLNode& node, SerializationContext&, const std::string& key,
+                            T& value) {
+        std::string text;
+        if (!node.get_string(key, text) || !value.parse_string(text)) {
+            impl::throw_json_text_unknown(T::TYPE_NAME, key, text);
         }
     }
 };

@@ -16,8 +16,9 @@ void throw_json_read_failed(std::string_view type, const std::string& key,
                                  " failed" + std::string(reason));
 }
 
-void throw_json_enum_unknown(const std::string& key, const std::string& text) {
-    throw_json_read_failed("enum", key, ", got " + quote(text));
+void throw_json_text_unknown(std::string_view type, const std::string& key,
+                             const std::string& text) {
+    throw_json_read_failed(type, key, ", got " + quote(text));
 }
 
 void throw_json_element_failed(const SerializationException& inner) {

@@ -5,18 +5,17 @@
 #include <charconv>
 #include <istream>
 #include <ostream>
-#include <stdexcept>
 
 #include "masked_exceptions.hpp"
+#include "no_valid_text.hpp"
 #include "nuv_platform/ifwatch.h"
 #include "octet_text.hpp"
-#include "quote.hpp"
 
 namespace nuv {
 
 MACAddress::MACAddress(std::string_view text) {
     if (!parse_string(text)) {
-        throw std::invalid_argument("'" + std::string(text) + "' is no valid MACAddress string");
+        throw_no_valid_text(text, "MACAddress");
     }
 }
 
@@ -105,7 +104,7 @@ void JSONSerializableType<MACAddress>::deserialize(YAJLNode& node, Serialization
                                                    const std::string& key, MACAddress& value) {
     std::string text;
     if (!node.get_string(key, text)) {
-        impl::throw_json_read_failed("MACAddress", key, ", got " + quote(text));
+        impl::throw_json_text_unknown("MACAddress", key, text);
     }
     value = MACAddress(text);
 }

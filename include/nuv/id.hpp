@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <compare>
+#include <functional>
+#include <iosfwd>
+#include <string>
+#include <string_view>
+
+#include "nuv/export.hpp"
+#include "nuv/json_serializable_type.hpp"
+
+namespace nuv {
+
+/// A name that something is found under: any text but the empty one. Ordered by bytes.
+class NUV_EXPORT ID {
+public:
+    static constexpr std::string_view TYPE_NAME = "ID";
+
+    /// Throws std::invalid_argument if `text` is empty.
+    explicit ID(std::string_view text);
+
+    /// Returns false, and stays what it was, if `text` is empty.
+    bool parse_string(std::string_view text);
+    const std::string& to_string() const noexcept { return text_; }
+
+    bool operator==(const ID&) const = default;
+    std::strong_ordering operator<=>(const ID& other) const noexcept {
+        return text_ <=> other.text_;
+    }
+
+private:
+    std::string text_;
+};
+
+NUV_EXPORT std::ostream& operator<<(std::ostream& os, const ID& id);
+
+}  // namespace nuv
+
+template <>
+struct std::hash<nuv::ID> {
+    std::size_t operator()(const nuv::ID& id) const noexcept {
+        return std::hash<std::string>()(id.to_string());
+    }
+};

@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "nuv/id.hpp"
+
+#include <ostream>
+
+#include "no_valid_text.hpp"
+
+namespace nuv {
+
+ID::ID(std::string_view text) {
+    if (!parse_string(text)) {
+        throw_no_valid_text(text, TYPE_NAME);
+    }
+}
+
+bool ID::parse_string(std::string_view text) {
+    if (text.empty()) {
+        return false;
+    }
+    text_ = text;
+    return true;
+}
+
+std::ostream& operator<<(std::ostream& os, const ID& id) { return os << id.to_string(); }
+
+}  // namespace nuv
