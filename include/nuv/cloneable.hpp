@@ -16,9 +16,7 @@ public:
 protected:
     ICloneable() = default;
     ICloneable(const ICloneable&) = default;
-    ICloneable(ICloneable&&) = default;
     ICloneable& operator=(const ICloneable&) = default;
-    ICloneable& operator=(ICloneable&&) = default;
 };
 
 }  // namespace nuv

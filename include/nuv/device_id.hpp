@@ -105,7 +105,7 @@ public:
     }
     std::strong_ordering operator<=>(const LLDPIdentifier& other) const noexcept {
         const auto by_subtype = subtype_ <=> other.subtype_;
-        return by_subtype != 0 ? by_subtype : octets_ <=> other.octets_;
+        return std::is_neq(by_subtype) ? by_subtype : octets_ <=> other.octets_;
     }
 
     /// Reading throws SerializationException for another TLV and for an identifier that is not well
@@ -150,7 +150,7 @@ public:
     }
     std::strong_ordering operator<=>(const DeviceID& other) const noexcept {
         const auto by_chassis = chassis_id_ <=> other.chassis_id_;
-        return by_chassis != 0 ? by_chassis : port_id_ <=> other.port_id_;
+        return std::is_neq(by_chassis) ? by_chassis : port_id_ <=> other.port_id_;
     }
 
     /// Reading leaves the object unchanged when it throws SerializationException.

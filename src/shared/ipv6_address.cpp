@@ -123,7 +123,7 @@ std::string IPv6Address::to_string() const {
     if (compressed.length < 2) {
         compressed = {};
     }
-    std::array<char, MAX_TEXT> text;
+    std::array<char, MAX_TEXT> text{};
     char* at = text.data();
     for (std::size_t i = 0; i < segments.size(); ++i) {
         if (i == compressed.begin) {

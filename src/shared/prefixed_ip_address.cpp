@@ -170,14 +170,16 @@ PrefixedIPAddress PrefixedIPAddress::guess_version_and_parse(std::string_view te
     return {IPAddress::guess_version_and_parse(address), prefix_length};
 }
 
-bool operator==(const PrefixedIPAddress& a, const PrefixedIPAddress& b) { return a <=> b == 0; }
+bool operator==(const PrefixedIPAddress& a, const PrefixedIPAddress& b) {
+    return std::is_eq(a <=> b);
+}
 
 std::strong_ordering operator<=>(const PrefixedIPAddress& a, const PrefixedIPAddress& b) {
     if (!a.address_ || !b.address_) {
         return static_cast<bool>(a.address_) <=> static_cast<bool>(b.address_);
     }
     const auto by_address = *a.address_ <=> *b.address_;
-    return by_address != 0 ? by_address : b.prefix_length_ <=> a.prefix_length_;
+    return std::is_neq(by_address) ? by_address : b.prefix_length_ <=> a.prefix_length_;
 }
 
 std::ostream& operator<<(std::ostream& os, const PrefixedIPAddress& address) {
