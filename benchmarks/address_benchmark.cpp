@@ -4,6 +4,7 @@
 #include <arpa/inet.h>
 #include <benchmark/benchmark.h>
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <cstdlib>

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 // The input is a text that may be an IP address or a prefixed one.
+#include <algorithm>
 #include <array>
 #include <cstdio>
 #include <cstring>
 #include <optional>
-#include <sstream>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -120,19 +120,26 @@ void check_prefixed(const std::string& text) {
     try {
         const auto prefixed = PrefixedIPAddress::guess_version_and_parse(text);
         const std::size_t slash = text.find('/');
-        int prefix_length = -1;
         unsigned char scanned = 0;
         if (text.size() - slash <= 9 &&  // what fits a number on every machine
             std::sscanf(text.c_str() + slash + 1, "%hhu", &scanned) == 1) {
-            prefix_length = scanned;
-            require(prefixed.get_prefix_length() == prefix_length, "prefix length");
+            require(prefixed.get_prefix_length() == scanned, "prefix length");
         }
         require(PrefixedIPAddress::guess_version_and_parse(prefixed.to_string()) == prefixed,
                 "prefix not read back");
         require(prefixed.contains(prefixed.get_address()), "does not contain its address");
         require(prefixed.get_network_address().is_network_address(), "network of a network");
-    } catch (const std::invalid_argument&) {
-        return;  // most texts
+    } catch (const std::invalid_argument& error) {
+        const std::size_t slash = std::min(text.find('/'), text.size());
+        const std::string address = text.substr(0, slash);
+        unsigned char prefix_length = 0;
+        require(std::sscanf(text.c_str() + slash, "/%hhu", &prefix_length) != 1 ||
+                    text.size() - slash > 9 || address.find('\0') != std::string::npos ||
+                    prefix_length > (scan_v4(address)   ? 32
+                                     : scan_v6(address) ? 128
+                                                        : -1) ||
+                    std::strncmp(error.what(), "Could not guess", 15) == 0,
+                "refused against the rule");
     }
 }
 

@@ -12,10 +12,17 @@ namespace nuv {
 /// Containers as one: what has changed in each of them, in the order they were added.
 class NUV_EXPORT AggregateDiffableDataContainer : public DiffableDataContainer {
 public:
+    AggregateDiffableDataContainer() = default;
+    ~AggregateDiffableDataContainer() override = default;
+    /// Copies have clones of the children.
+    AggregateDiffableDataContainer(const AggregateDiffableDataContainer& other);
+    AggregateDiffableDataContainer& operator=(const AggregateDiffableDataContainer& other);
+    AggregateDiffableDataContainer(AggregateDiffableDataContainer&&) noexcept = default;
+    AggregateDiffableDataContainer& operator=(AggregateDiffableDataContainer&&) noexcept = default;
+
     /// Throws std::runtime_error if `child` is null.
     void add_child(std::unique_ptr<DiffableDataContainer> child);
 
-    /// Clones all children.
     std::unique_ptr<DiffableDataContainer> clone() const override;
     /// Lets every child add to the one set: two that add_change() the same category end in its
     /// std::logic_error.

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <initializer_list>
 #include <string>
 #include <unordered_set>
 #include <utility>
@@ -26,6 +27,7 @@ public:
     ChangeSet() = default;
     /// As given: a category may stand there twice.
     explicit ChangeSet(Entries entries) noexcept : entries_(std::move(entries)) {}
+    ChangeSet(std::initializer_list<Entry> entries) : entries_(entries) {}
     /// Of one entry. Never throws: where there is no memory for it, the process ends.
     ChangeSet(const ChangeSetCategory& category, const ChangeSetValue& value) noexcept;
 

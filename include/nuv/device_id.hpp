@@ -8,10 +8,10 @@
 #include <iosfwd>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <type_traits>
-#include <vector>
 
 #include "nuv/binary_serializable.hpp"
 #include "nuv/export.hpp"
@@ -55,13 +55,13 @@ NUV_EXPORT std::string enum_to_string(PortIDSubtype value);
 NUV_EXPORT bool string_to_enum(std::string_view text, PortIDSubtype& out);
 NUV_EXPORT std::ostream& operator<<(std::ostream& os, PortIDSubtype value);
 
-/// A chassis or port identifier: a subtype and 1 to 255 octets. Always well formed: no subtype is
-/// reserved, a MAC address has six octets, a network address is one of IPv4 or IPv6, its IANA
-/// address family (1 or 2) in the first octet.
+/// A chassis or port identifier: a subtype and 1 to 255 octets, by default the MAC address of
+/// zeros. Always well formed: no subtype is reserved, a MAC address has six octets, a network
+/// address is one of IPv4 or IPv6, its IANA address family (1 or 2) in the first octet.
 ///
-/// Text and JSON: "macAddress=02:00:00:00:00:01", "networkAddress=fe80::1", "interfaceName=wlan0". In the
-/// other subtypes, too, the octets are characters; a backslash and what is no visible ASCII stands
-/// there as \xHH.
+/// Text and JSON: "macAddress=02:00:00:00:00:01", "networkAddress=fe80::1", "interfaceName=wlan0".
+/// In the other subtypes, too, the octets are characters; a backslash and what is no visible ASCII
+/// stands there as \xHH.
 ///
 /// Binary form: the Chassis ID or Port ID TLV of an LLDPDU, that is, 7 bits of type and 9 of
 /// length, most significant first, then the subtype and the octets.
@@ -71,13 +71,13 @@ template <class SubtypeEnum>
 class LLDPIdentifier : public serialization::BinarySerializable {
 public:
     using Subtype = SubtypeEnum;
-    using Octets = std::vector<std::uint8_t>;
     static constexpr std::string_view TYPE_NAME =
         std::is_same_v<Subtype, ChassisIDSubtype> ? "ChassisID" : "PortID";
-    static constexpr std::size_t MAX_OCTETS = 255;
+    static constexpr std::uint32_t MAX_OCTETS = 255;
 
+    LLDPIdentifier() : LLDPIdentifier(of_mac_address(MACAddress())) {}
     /// Throws std::invalid_argument unless they are well formed.
-    LLDPIdentifier(Subtype subtype, Octets octets);
+    LLDPIdentifier(Subtype subtype, std::span<const std::uint8_t> octets);
     /// Throws std::invalid_argument for anything but the text form.
     explicit LLDPIdentifier(std::string_view text);
     /// Throws std::invalid_argument unless `value` is the text of that subtype's octets, which is
@@ -90,7 +90,7 @@ public:
     static LLDPIdentifier of_interface_name(const InterfaceName& name);
 
     Subtype get_subtype() const noexcept { return subtype_; }
-    const Octets& get_octets() const noexcept { return octets_; }
+    std::span<const std::uint8_t> get_octets() const noexcept { return octets_.span(); }
     /// None, or null, for another subtype.
     std::optional<MACAddress> get_mac_address() const;
     std::unique_ptr<IPAddress> get_network_address() const;
@@ -114,8 +114,8 @@ public:
     void deserialize_impl(std::istream& is, serialization::SerializationContext& ctx) override;
 
 private:
-    Subtype subtype_;
-    Octets octets_;
+    Subtype subtype_{};
+    FixedByteBuffer<MAX_OCTETS> octets_;
 };
 
 extern template class NUV_EXPORT LLDPIdentifier<ChassisIDSubtype>;
@@ -128,13 +128,15 @@ NUV_EXPORT std::ostream& operator<<(std::ostream& os, const PortID& id);
 
 /// A device, as one of its ports shows it to the neighbours there.
 ///
-/// Text and JSON: "macAddress=02:00:00:00:00:01 interfaceName=wlan0", chassis first. Binary form: the two
+/// Text: "macAddress=02:00:00:00:00:01 interfaceName=wlan0", chassis first. Binary form: the two
 /// TLVs with which every LLDPDU begins. JSON: an object of "chassis_id_subtype", "chassis_id",
 /// "port_id_subtype" and "port_id", the identifiers without their subtype.
 class NUV_EXPORT DeviceID : public serialization::BinarySerializable,
                             public serialization::JSONSerializable {
 public:
-    DeviceID(ChassisID chassis_id, PortID port_id);
+    DeviceID() = default;
+    DeviceID(const ChassisID& chassis_id, const PortID& port_id)
+        : chassis_id_(chassis_id), port_id_(port_id) {}
     /// Throws std::invalid_argument for anything but the text form.
     explicit DeviceID(std::string_view text);
 

@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <initializer_list>
 #include <iosfwd>
 #include <memory>
 #include <span>
@@ -25,7 +26,8 @@ class YAJLNode;
 
 /// An IP address of either version: octets in network order.
 ///
-/// Ordered: every IPv4 address before every IPv6 address, within a version by octets.
+/// Ordered: every IPv4 address before every IPv6 address, within a version by octets. Constants are
+/// `constinit const`.
 class NUV_EXPORT IPAddress {
 public:
     enum class Version : std::uint8_t { V4 = 0, V6 = 1 };

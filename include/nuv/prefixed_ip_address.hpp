@@ -23,7 +23,8 @@ namespace nuv {
 /// order meets the more specific network before the one around it.
 ///
 /// What was moved from holds no address: it compares equal to its like and less than every other,
-/// can be assigned to, given an address and destroyed; everything else throws std::logic_error.
+/// and can be copied, replaced, given an address and destroyed. What needs an address throws
+/// std::logic_error.
 class NUV_EXPORT PrefixedIPAddress : public serialization::JSONSerializable {
 public:
     /// The first throws std::invalid_argument for null, all of them as set_prefix_length() does.

@@ -6,6 +6,20 @@
 
 namespace nuv {
 
+AggregateDiffableDataContainer::AggregateDiffableDataContainer(
+    const AggregateDiffableDataContainer& other)
+    : DiffableDataContainer(other) {
+    children_.reserve(other.children_.size());
+    for (const auto& child : other.children_) {
+        children_.push_back(child->clone());
+    }
+}
+
+AggregateDiffableDataContainer& AggregateDiffableDataContainer::operator=(
+    const AggregateDiffableDataContainer& other) {
+    return *this = AggregateDiffableDataContainer(other);
+}
+
 void AggregateDiffableDataContainer::add_child(std::unique_ptr<DiffableDataContainer> child) {
     if (!child) {
         throw std::runtime_error("Can't add an empty child to AggregateDiffableDataContainer");
@@ -14,12 +28,7 @@ void AggregateDiffableDataContainer::add_child(std::unique_ptr<DiffableDataConta
 }
 
 std::unique_ptr<DiffableDataContainer> AggregateDiffableDataContainer::clone() const {
-    auto copy = std::make_unique<AggregateDiffableDataContainer>();
-    copy->children_.reserve(children_.size());
-    for (const auto& child : children_) {
-        copy->children_.push_back(child->clone());
-    }
-    return copy;
+    return std::make_unique<AggregateDiffableDataContainer>(*this);
 }
 
 void AggregateDiffableDataContainer::add_to_diff(ChangeSet& changes) const {

@@ -23,6 +23,7 @@ ChangeSet::ChangeSet(const ChangeSetCategory& category, const ChangeSetValue& va
 
 void ChangeSet::add_change(const ChangeSetCategory& category, const ChangeSetValue& value) {
     if (std::ranges::any_of(entries_, [&](const Entry& own) { return is_of(own, category); })) {
+        // "already" twice: log readers match it.
         throw std::logic_error("Trying to add change for category " + category.get_category_name() +
                                " but it already already exists in the ChangeSet");
     }

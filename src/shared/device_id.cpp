@@ -4,10 +4,9 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
-#include <concepts>
 #include <ostream>
 #include <stdexcept>
-#include <utility>
+#include <vector>
 
 #include "enum_table.hpp"
 #include "no_valid_text.hpp"
@@ -145,16 +144,17 @@ std::optional<std::vector<std::uint8_t>> unescape(std::string_view text) {
 }  // namespace
 
 template <class SubtypeEnum>
-LLDPIdentifier<SubtypeEnum>::LLDPIdentifier(Subtype subtype, Octets octets)
-    : subtype_(subtype), octets_(std::move(octets)) {
-    const std::string problem = problem_of(subtype_, octets_);
+LLDPIdentifier<SubtypeEnum>::LLDPIdentifier(Subtype subtype, std::span<const std::uint8_t> octets)
+    : subtype_(subtype) {
+    const std::string problem = problem_of(subtype, octets);
     if (!problem.empty()) {
         throw std::invalid_argument(std::string(TYPE_NAME) + ": " + problem);
     }
+    octets_.assign(octets);
 }
 
 template <class SubtypeEnum>
-LLDPIdentifier<SubtypeEnum>::LLDPIdentifier(std::string_view text) : subtype_{} {
+LLDPIdentifier<SubtypeEnum>::LLDPIdentifier(std::string_view text) {
     const std::size_t equals = text.find('=');
     if (equals == std::string_view::npos || !string_to_enum(text.substr(0, equals), subtype_)) {
         throw_no_valid_text(text, TYPE_NAME);
@@ -171,30 +171,31 @@ LLDPIdentifier<SubtypeEnum> LLDPIdentifier<SubtypeEnum>::of_value_text(Subtype s
     if (subtype == Subtype::NETWORK_ADDRESS) {
         return of_network_address(*IPAddress::guess_version_and_parse(value));
     }
-    auto octets = unescape(value);
+    const auto octets = unescape(value);
     if (!octets) {
         throw_no_valid_text(value, TYPE_NAME);
     }
-    return {subtype, std::move(*octets)};
+    return {subtype, *octets};
 }
 
 template <class SubtypeEnum>
 LLDPIdentifier<SubtypeEnum> LLDPIdentifier<SubtypeEnum>::of_mac_address(const MACAddress& address) {
-    return {Subtype::MAC_ADDRESS, Octets(address.octets().begin(), address.octets().end())};
+    return {Subtype::MAC_ADDRESS, address.octets()};
 }
 
 template <class SubtypeEnum>
 LLDPIdentifier<SubtypeEnum> LLDPIdentifier<SubtypeEnum>::of_network_address(
     const IPAddress& address) {
-    Octets octets = address.to_bytes_raw();
-    octets.insert(octets.begin(), address.is_v4() ? FAMILY_IPV4 : FAMILY_IPV6);
-    return {Subtype::NETWORK_ADDRESS, std::move(octets)};
+    std::vector<std::uint8_t> octets{address.is_v4() ? FAMILY_IPV4 : FAMILY_IPV6};
+    const auto of_address = address.as_bytes_span_raw();
+    octets.insert(octets.end(), of_address.begin(), of_address.end());
+    return {Subtype::NETWORK_ADDRESS, octets};
 }
 
 template <class SubtypeEnum>
 LLDPIdentifier<SubtypeEnum> LLDPIdentifier<SubtypeEnum>::of_interface_name(
     const InterfaceName& name) {
-    return {Subtype::INTERFACE_NAME, Octets(name.begin(), name.end())};
+    return {Subtype::INTERFACE_NAME, name.span()};
 }
 
 template <class SubtypeEnum>
@@ -212,8 +213,8 @@ std::unique_ptr<IPAddress> LLDPIdentifier<SubtypeEnum>::get_network_address() co
     if (subtype_ != Subtype::NETWORK_ADDRESS) {
         return nullptr;
     }
-    const auto address = std::span(octets_).subspan(1);
-    if (octets_[0] == FAMILY_IPV4) {
+    const auto address = get_octets().subspan(1);
+    if (get_octets()[0] == FAMILY_IPV4) {
         return std::make_unique<IPv4Address>(address);
     }
     return std::make_unique<IPv6Address>(address);
@@ -225,7 +226,7 @@ std::string LLDPIdentifier<SubtypeEnum>::value_to_string() const {
         return mac->to_string();
     }
     const auto address = get_network_address();
-    return address ? address->to_string() : escape(octets_);
+    return address ? address->to_string() : escape(get_octets());
 }
 
 template <class SubtypeEnum>
@@ -244,7 +245,7 @@ void LLDPIdentifier<SubtypeEnum>::serialize_impl(std::ostream& os,
     const auto header = TLV_TYPE<Subtype> << TLV_LENGTH_BITS | (1 + octets_.size());
     BinarySerializableType<std::uint16_t>::serialize(os, ctx, static_cast<std::uint16_t>(header));
     BinarySerializableType<Subtype>::serialize(os, ctx, subtype_);
-    BinarySerializableType<Octets>::serialize(os, ctx, octets_);
+    BinarySerializableType<std::span<const std::uint8_t>>::serialize(os, ctx, get_octets());
 }
 
 template <class SubtypeEnum>
@@ -274,7 +275,7 @@ void LLDPIdentifier<SubtypeEnum>::deserialize_impl(std::istream& is, Serializati
         refuse(problem);
     }
     subtype_ = subtype;
-    octets_.assign(octets.begin(), octets.end());
+    octets_.assign(octets);
 }
 
 template class LLDPIdentifier<ChassisIDSubtype>;
@@ -282,9 +283,6 @@ template class LLDPIdentifier<PortIDSubtype>;
 
 std::ostream& operator<<(std::ostream& os, const ChassisID& id) { return os << id.to_string(); }
 std::ostream& operator<<(std::ostream& os, const PortID& id) { return os << id.to_string(); }
-
-DeviceID::DeviceID(ChassisID chassis_id, PortID port_id)
-    : chassis_id_(std::move(chassis_id)), port_id_(std::move(port_id)) {}
 
 DeviceID::DeviceID(std::string_view text)
     : chassis_id_(text.substr(0, text.find(SEPARATOR))),
@@ -302,10 +300,10 @@ void DeviceID::serialize_impl(std::ostream& os, SerializationContext& ctx) const
 }
 
 void DeviceID::deserialize_impl(std::istream& is, SerializationContext& ctx) {
-    DeviceID read = *this;
+    DeviceID read;
     read.chassis_id_.deserialize_impl(is, ctx);
     read.port_id_.deserialize_impl(is, ctx);
-    *this = std::move(read);
+    *this = read;
 }
 
 void DeviceID::serialize_impl(serialization::YAJLStream& stream, SerializationContext& ctx) const {

@@ -14,7 +14,9 @@ namespace nuv {
 
 namespace {
 
-constexpr std::size_t MAX_TEXT = 39;  // eight segments of four digits
+// Eight segments of four digits. A longer text with a dotted end is refused: readers share this
+// bound.
+constexpr std::size_t MAX_TEXT = 39;
 constexpr std::size_t MIN_SEGMENTS = 3;
 constexpr std::size_t IPV4_SEGMENTS = 2;  // whose place a dotted end takes
 
@@ -151,6 +153,7 @@ void IPv6Address::from_string(std::string_view text) {
         return;
     }
 
+    // Counted before an empty one goes: "::2:3:4:5:6:7:8" has nine, and readers refuse it.
     std::array<std::string_view, NUM_SEGMENTS> split;
     const auto count = static_cast<std::size_t>(std::ranges::count(text, ':')) + 1;
     if (count > split.size()) {

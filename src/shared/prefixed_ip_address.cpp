@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "nuv/prefixed_ip_address.hpp"
 
+#include <algorithm>
 #include <bit>
 #include <ostream>
 #include <stdexcept>
@@ -97,6 +98,7 @@ void PrefixedIPAddress::set_address(const IPAddress& address) { address_ = addre
 void PrefixedIPAddress::set_prefix_length(std::uint8_t prefix_length) {
     const std::size_t maximum = OCTET_BITS * get_address().num_octets();
     if (prefix_length > maximum) {
+        // No blank after "IP": log readers match it.
         throw std::invalid_argument("Prefix length " + std::to_string(prefix_length) +
                                     " is greater than length of the IP" +
                                     enum_to_string(get_address().get_version()) + " address (" +
@@ -158,7 +160,7 @@ bool PrefixedIPAddress::contains(const IPAddress& other) const {
 }
 
 bool PrefixedIPAddress::contains_network(const PrefixedIPAddress& other) const {
-    return prefix_length_ <= other.prefix_length_ && contains(other.get_address());
+    return contains(other.get_address()) && prefix_length_ <= other.prefix_length_;
 }
 
 std::string PrefixedIPAddress::to_string() const {

@@ -16,9 +16,9 @@ public:
 
     explicit TextScan(std::string_view text) noexcept : rest_(text.substr(0, text.find('\0'))) {}
 
-    /// "%u" and "%x", of at most `width` characters: blanks before it do not count, a sign does, and
-    /// in base 16 "0x". A negative number is taken modulo 2^32, a larger one is 2^32 - 1. Returns
-    /// false where there is no number; `number` is then unchanged.
+    /// "%u" and "%x", of at most `width` characters: blanks before it do not count, a sign does,
+    /// and in base 16 "0x". A negative number is taken modulo 2^32, a larger one is 2^32 - 1.
+    /// Returns false where there is no number; `number` is then unchanged.
     template <std::uint32_t base>
     bool number(std::uint32_t& number, unsigned width = UNLIMITED) noexcept {
         skip_blanks();

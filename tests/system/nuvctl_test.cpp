@@ -573,6 +573,8 @@ TEST_F(NuvctlTest, SaysWhatAnAddressIs) {
         R"({"input":"00:11:22:33:44:5g","error":"'00:11:22:33:44:5g' is no valid )"
         R"(MACAddress string"})"
         "\n");
+    // colons where a MAC address has them, and elsewhere
+    EXPECT_TRUE(has(nuvctl("address 1::22:33:44:55:66").out, R"("type":"ip")"));
     write("lines", "1.2.3.4\r\n\n::1");
     const Outcome lines = nuvctl("address < lines");
     EXPECT_EQ(lines.status, 0);

@@ -54,7 +54,7 @@ TEST(ChangeSet, AnswersByAddressAndBitAndIgnoresWhatIsUnchangedButInEquality) {
     const ChangeSet one(radio, bits(1));
     const ChangeSet both(radio, ChangeSetValue::Bits(3));
     const ChangeSet other(namesake, bits(3));
-    const ChangeSet mixed({{bss, bits(0x80000000)}, {radio, bits(2)}});
+    const ChangeSet mixed{{bss, bits(0x80000000)}, {radio, bits(2)}};
     const ChangeSet turned({{radio, bits(2)}, {bss, bits(0x80000000)}});
     const ChangeSet twice({{radio, bits(2)}, {radio, bits(1)}});
     const ChangeSet* sets[] = {&none, &zero, &one, &both, &other, &mixed, &turned, &twice};

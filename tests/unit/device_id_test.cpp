@@ -48,7 +48,7 @@ TEST(DeviceID, IsBuiltFromAddressesAndNames) {
     EXPECT_EQ(port.get_mac_address(), std::nullopt);
 
     const auto v4 = ChassisID::of_network_address(IPv4Address("10.0.0.1"));
-    EXPECT_EQ(v4.get_octets(), (ChassisID::Octets{1, 10, 0, 0, 1}));
+    EXPECT_TRUE(std::ranges::equal(v4.get_octets(), std::vector<std::uint8_t>{1, 10, 0, 0, 1}));
     const auto v6 = PortID::of_network_address(IPv6Address("fe80::1"));
     EXPECT_EQ(v6.get_octets().front(), 2);
     EXPECT_EQ(*v6.get_network_address(), IPv6Address("fe80::1"));
@@ -56,37 +56,40 @@ TEST(DeviceID, IsBuiltFromAddressesAndNames) {
 }
 
 TEST(DeviceID, IdentifiersAreWellFormedOrRefused) {
-    const auto refusal = [](int subtype, ChassisID::Octets octets) {
+    const auto refusal = [](int subtype, std::vector<std::uint8_t> octets) {
         return message_of<std::invalid_argument>(
             [&] { return ChassisID(static_cast<ChassisIDSubtype>(subtype), octets).to_string(); });
     };
     EXPECT_EQ(refusal(0, {1}), "ChassisID: subtype 0 is reserved");
     EXPECT_EQ(refusal(8, {1}), "ChassisID: subtype 8 is reserved");
     EXPECT_EQ(refusal(7, {}), "ChassisID: size 0 is not in the range [1, 255]");
-    EXPECT_EQ(refusal(7, ChassisID::Octets(256)),
+    EXPECT_EQ(refusal(7, std::vector<std::uint8_t>(256)),
               "ChassisID: size 256 is not in the range [1, 255]");
-    EXPECT_EQ(refusal(4, ChassisID::Octets(5)), "ChassisID: a MAC address has 6 octets, not 5");
+    EXPECT_EQ(refusal(4, std::vector<std::uint8_t>(5)),
+              "ChassisID: a MAC address has 6 octets, not 5");
     for (const auto& [family, size] : {std::pair(1, 17), {2, 5}, {1, 4}, {6, 7}, {0, 5}}) {
-        ChassisID::Octets octets(static_cast<std::size_t>(size));
+        std::vector<std::uint8_t> octets(static_cast<std::size_t>(size));
         octets[0] = static_cast<std::uint8_t>(family);
         EXPECT_EQ(refusal(5, octets), "ChassisID: a network address of family " +
                                           std::to_string(family) + " in " + std::to_string(size) +
                                           " octets is neither IPv4 nor IPv6");
     }
-    EXPECT_THROW(PortID(PortIDSubtype::MAC_ADDRESS, {1, 2, 3, 4, 5}), std::invalid_argument);
+    EXPECT_THROW(PortID(PortIDSubtype::MAC_ADDRESS, std::vector<std::uint8_t>(5)),
+                 std::invalid_argument);
     EXPECT_THROW(PortID::of_interface_name(InterfaceName()), std::invalid_argument);
 }
 
 TEST(DeviceID, EveryOctetHasATextThatIsReadBack) {
-    PortID::Octets all;
+    std::vector<std::uint8_t> all;
     for (unsigned octet = 1; octet < 256; ++octet) {
         all.push_back(static_cast<std::uint8_t>(octet));
     }
     const PortID id(PortIDSubtype::LOCALLY_ASSIGNED, all);
     EXPECT_EQ(PortID(id.to_string()), id);
-    EXPECT_EQ(
-        PortID(PortIDSubtype::INTERFACE_ALIAS, {'a', ' ', '\\', '=', 0x7F, 0, 0xE9}).to_string(),
-        "interfaceAlias=a\\x20\\x5c=\\x7f\\x00\\xe9");
+    EXPECT_EQ(PortID(PortIDSubtype::INTERFACE_ALIAS,
+                     std::vector<std::uint8_t>{'a', ' ', '\\', '=', 0x7F, 0, 0xE9})
+                  .to_string(),
+              "interfaceAlias=a\\x20\\x5c=\\x7f\\x00\\xe9");
     for (const char* text :
          {"", "wlan0", "=a", "other=a", "interfaceName=", "interfaceName=a b", "interfaceName=\\",
           "interfaceName=\\x1", "interfaceName=\\x1g", "interfaceName=\\n41", "macAddress=1",
@@ -102,8 +105,9 @@ TEST(DeviceID, BinaryFormIsTheTwoTLVsThatBeginAnLLDPDU) {
     const DeviceID id("macAddress=02:00:00:00:00:01 interfaceName=wlan0");
     const auto octets = from_hex("0207 04 020000000001 0406 05 776C616E30");
     EXPECT_EQ(to_octets(id), std::string(octets.begin(), octets.end()));
-    const DeviceID longest(ChassisID(ChassisIDSubtype::LOCALLY_ASSIGNED, ChassisID::Octets(255, 9)),
-                           PortID("interfaceAlias=x"));
+    const DeviceID longest(
+        ChassisID(ChassisIDSubtype::LOCALLY_ASSIGNED, std::vector<std::uint8_t>(255, 9)),
+        PortID("interfaceAlias=x"));
     for (const DeviceID& written : {id, longest}) {
         DeviceID read("local=a local=b");
         std::istringstream is(to_octets(written) + "0000");
@@ -167,6 +171,10 @@ TEST(DeviceID, JsonNamesSubtypesAndValues) {
     EXPECT_EQ(refusal("a\\\\xff", "a b"),
               "Deserialization of DeviceID failed: 'a b' is no valid PortID string");
     EXPECT_EQ(read, id);
+    std::vector<DeviceID> list;
+    EXPECT_EQ(from_json("{\"l\":" + to_json(std::vector{id, DeviceID()}) + '}', "l", list), "");
+    EXPECT_EQ(list, (std::vector{id, DeviceID()}));
+    EXPECT_EQ(DeviceID().to_string(), "macAddress=00:00:00:00:00:00 macAddress=00:00:00:00:00:00");
 }
 
 }  // namespace nuv::test

@@ -159,7 +159,10 @@ TYPED_TEST(TextValue, IsReadFromItsTextInEveryWayAndFromNoOther) {
     }
     value = before;
     for (const std::string& text : samples.none) {
-        EXPECT_FALSE(value.parse_string(text) && value == before) << text;
+        EXPECT_FALSE(value.parse_string(text)) << text;
+        if constexpr (!std::is_same_v<TypeParam, MACAddress>) {  // which promises less
+            EXPECT_EQ(value, before) << text;
+        }
         EXPECT_THROW(TypeParam{text}, std::invalid_argument) << text;
     }
 }

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <cerrno>
 #include <iostream>
 #include <memory>
@@ -99,7 +100,7 @@ void write(Json& json, const PrefixedIPAddress& prefixed, const IPAddress* conta
 
 /// Six groups of two characters: whoever wrote that meant a MAC address.
 bool has_form_of_mac(std::string_view text) {
-    bool has = text.size() == MACAddress::MAC_ADDR_STRING_LEN;
+    bool has = text.size() == MACAddress::MAC_ADDR_STRING_LEN && std::ranges::count(text, ':') == 5;
     for (std::size_t i = 2; has && i < text.size(); i += 3) {
         has = text[i] == ':';
     }
