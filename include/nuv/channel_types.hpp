@@ -48,6 +48,9 @@ NUV_EXPORT std::string enum_to_string(ChannelStateBit value);
 NUV_EXPORT bool string_to_enum(std::string_view text, ChannelStateBit& out);
 NUV_EXPORT std::ostream& operator<<(std::ostream& os, ChannelStateBit value);
 
+/// State flags of a channel, indexed by ChannelStateBit.
+using ChannelStateBits = std::bitset<5>;
+
 /// Bit positions of a channel's 10-bit capability flags. Bits 0 to 5 are the widths that it may be
 /// used with.
 enum class ChannelCapabilityBit : std::uint8_t {
@@ -79,6 +82,9 @@ enum class ChannelConfigBit : std::uint8_t {
 NUV_EXPORT std::string enum_to_string(ChannelConfigBit value);
 NUV_EXPORT bool string_to_enum(std::string_view text, ChannelConfigBit& out);
 NUV_EXPORT std::ostream& operator<<(std::ostream& os, ChannelConfigBit value);
+
+/// Configuration flags of a channel, indexed by ChannelConfigBit.
+using ChannelConfigBits = std::bitset<2>;
 
 /// Frequency band of a channel; INVALID_BAND_MAX stands for no band.
 enum class FrequencyBand : std::uint8_t {

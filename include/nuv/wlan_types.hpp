@@ -161,4 +161,7 @@ NUV_EXPORT std::string enum_to_string(MLOMode value);
 NUV_EXPORT bool string_to_enum(std::string_view text, MLOMode& out);
 NUV_EXPORT std::ostream& operator<<(std::ostream& os, MLOMode value);
 
+/// Modes of multi-link operation, indexed by MLOMode.
+using MLOModeBits = std::bitset<8>;
+
 }  // namespace nuv

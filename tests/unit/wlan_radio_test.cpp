@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "nuv/wlan_radio.hpp"
+
+#include <gtest/gtest.h>
+
+#include "support/channels.hpp"
+
+namespace nuv::test {
+
+TEST(WLANRadio, UpdateChangesSomethingExactlyWhenItSaysSo) {
+    RandomChannels random;
+    expect_update_law<WLANRadio>([&] { return random.radio(); });
+}
+
+TEST(WLANRadio, UpdateAddsAbilitiesAndNeverReplacesTheIdentifier) {
+    const auto wide = ChannelWidth::HT80;
+    const MACAddress id({2, 0, 0, 0, 0, 1});
+    const MACAddress other_id({2, 0, 0, 0, 0, 2});
+    WLANRadio radio({id, 1}, {wide, 2}, {}, 0b0001, 0, ChannelList({channel(1, 2412000)}));
+    const WLANRadio other({other_id, 2}, {wide, 4}, {wide, 1}, 0b0110, 0b1,
+                          ChannelList({channel(6, 2437000)}, ChannelList::UpdateType::PARTIAL));
+    EXPECT_TRUE(radio < other && !radio.shares_channel_with(other));
+    radio.update(other);
+    EXPECT_EQ(radio, WLANRadio({id, 1}, {wide, 4}, {wide, 1}, 0b0111, 0b1,
+                               ChannelList({channel(1, 2412000), channel(6, 2437000)})));
+    EXPECT_TRUE(radio.shares_channel_with(other) && !radio.equivalent_to(other));
+    EXPECT_TRUE(WLANRadio({id, 1}).equivalent_to(WLANRadio({id, 2})));
+    EXPECT_FALSE(WLANRadio({id, 1}) == WLANRadio({id, 2}));
+}
+
+}  // namespace nuv::test
