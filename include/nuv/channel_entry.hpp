@@ -64,7 +64,7 @@ public:
     /// 80+80 MHz also where 320 MHz is the only wide one, on purpose; unlike
     /// capability_bits_max_channel_width().
     ChannelWidth get_max_supported_channel_width() const;
-    /// In the order of the numbers, but 80+80 behind 160 MHz.
+    /// Ascending by number.
     SmallVector<ChannelWidth, 6> get_all_supported_channel_width() const;
 
     DetailedFrequencyBand get_detailed_frequency_band() const;
@@ -90,6 +90,7 @@ private:
     /// The fields with a time stamp.
     template <class Self>
     static auto stamped(Self& self);
+    bool get_config_flag(ChannelConfigBit bit) const;
     void set_config_flag(ChannelConfigBit bit, bool value);
 
     std::uint8_t channel_ = 0;

@@ -14,7 +14,7 @@
 namespace nuv {
 
 /// Number of spatial streams at each channel width; 0 where the width is not supported.
-/// x.intersect(y) == y says that y adds nothing to x, and then x.merge(y) == x.
+/// x.intersect(y) == y exactly when y adds nothing to x, that is, x.merge(y) == x.
 class NUV_EXPORT NSSTable {
 public:
     NSSTable() = default;

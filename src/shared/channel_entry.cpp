@@ -1,0 +1,182 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "nuv/channel_entry.hpp"
+
+#include <algorithm>
+#include <optional>
+#include <ostream>
+#include <sstream>
+#include <string>
+#include <string_view>
+#include <tuple>
+#include <vector>
+
+#include "json_nullable.hpp"
+#include "nuv/frequency_conversion.hpp"
+#include "stamped_fields.hpp"
+
+namespace nuv {
+
+using serialization::if_set;
+using serialization::JSONSerializer;
+using serialization::Nullable;
+using serialization::SerializationContext;
+using serialization::YAJLNode;
+using serialization::YAJLStream;
+
+namespace {
+
+std::vector<std::string> names_of(const ChannelConfigBits& flags) {
+    std::vector<std::string> names;
+    for (std::size_t bit = 0; bit < flags.size(); ++bit) {
+        if (flags[bit]) {
+            names.push_back(enum_to_string(static_cast<ChannelConfigBit>(bit)));
+        }
+    }
+    return names;
+}
+
+/// Never 6 GHz: a number alone does not tell.
+KiloHertz frequency_of(std::uint8_t channel) {
+    const auto band = channel < 36 ? FrequencyBand::BAND_2_4_GHZ : FrequencyBand::BAND_5_GHZ;
+    return channel_to_frequency(band_to_starting_frequency(band), channel);
+}
+
+}  // namespace
+
+template <class Self>
+auto ChannelEntry::stamped(Self& self) {
+    return std::tie(self.state_flags_, self.config_flags_, self.max_regulatory_power_, self.anpi_,
+                    self.channel_utilization_);
+}
+
+ChannelEntry::ChannelEntry(std::uint8_t channel, KiloHertz frequency,
+                           ChannelCapabilityBits capability_flags, StateFlags state_flags,
+                           ConfigFlags config_flags, Power max_regulatory_power, Measurement anpi,
+                           Measurement channel_utilization)
+    : channel_(channel),
+      frequency_(frequency),
+      capability_flags_(capability_flags),
+      state_flags_(state_flags),
+      config_flags_(config_flags),
+      max_regulatory_power_(max_regulatory_power),
+      anpi_(anpi),
+      channel_utilization_(channel_utilization) {}
+
+bool ChannelEntry::get_config_flag(ChannelConfigBit bit) const {
+    return config_flags_.get()[static_cast<std::size_t>(bit)];
+}
+
+void ChannelEntry::set_config_flag(ChannelConfigBit bit, bool value) {
+    auto flags = config_flags_.get();
+    config_flags_.set(flags.set(static_cast<std::size_t>(bit), value));
+}
+
+bool ChannelEntry::get_remote_disturber() const {
+    return get_config_flag(ChannelConfigBit::REMOTE_DISTURBER);
+}
+
+bool ChannelEntry::get_performance_opt() const {
+    return get_config_flag(ChannelConfigBit::PERFORMANCE_OPTIMIZATION);
+}
+
+void ChannelEntry::set_remote_disturber(bool value) {
+    set_config_flag(ChannelConfigBit::REMOTE_DISTURBER, value);
+}
+
+void ChannelEntry::set_performance_opt(bool value) {
+    set_config_flag(ChannelConfigBit::PERFORMANCE_OPTIMIZATION, value);
+}
+
+SmallVector<ChannelWidth, 6> ChannelEntry::get_all_supported_channel_width() const {
+    SmallVector<ChannelWidth, 6> widths;
+    for (std::uint8_t number = 0; number < 6; ++number) {
+        if (capability_flags_[number]) {  // the bit of a width has its number
+            widths.push_back(static_cast<ChannelWidth>(number));
+        }
+    }
+    return widths;
+}
+
+ChannelWidth ChannelEntry::get_min_supported_channel_width() const {
+    const auto widths = get_all_supported_channel_width();
+    return widths.empty() ? ChannelWidth::INVALID : widths[0];
+}
+
+ChannelWidth ChannelEntry::get_max_supported_channel_width() const {
+    const auto widths = get_all_supported_channel_width();
+    if (widths.empty()) {
+        return ChannelWidth::INVALID;
+    }
+    // A channel that allows 320 MHz reports 80+80 MHz.
+    return std::min(widths[widths.size() - 1], ChannelWidth::HT8080);
+}
+
+DetailedFrequencyBand ChannelEntry::get_detailed_frequency_band() const {
+    return frequency_to_detailed_band(frequency_);
+}
+
+FrequencyBand ChannelEntry::get_frequency_band() const { return frequency_to_band(frequency_); }
+
+void ChannelEntry::update(const ChannelEntry& other) {
+    channel_ = other.channel_;
+    frequency_ = other.frequency_;
+    capability_flags_ |= other.capability_flags_;
+    impl::update_fields(stamped(*this), stamped(other));
+}
+
+bool ChannelEntry::can_update_from(const ChannelEntry& other) const {
+    return channel_ != other.channel_ || frequency_ != other.frequency_ ||
+           (other.capability_flags_ & ~capability_flags_).any() ||
+           impl::can_update_fields(stamped(*this), stamped(other));
+}
+
+bool ChannelEntry::equivalent_to(const ChannelEntry& other) const {
+    return channel_ == other.channel_ && frequency_ == other.frequency_ &&
+           capability_flags_ == other.capability_flags_ &&
+           impl::equivalent_fields(stamped(*this), stamped(other));
+}
+
+bool ChannelEntry::operator==(const ChannelEntry& other) const {
+    return channel_ == other.channel_ && frequency_ == other.frequency_ &&
+           capability_flags_ == other.capability_flags_ && stamped(*this) == stamped(other);
+}
+
+void ChannelEntry::serialize_impl(YAJLStream& stream, SerializationContext& ctx) const {
+    const auto write = [&]<typename T>(std::string_view key, std::optional<T> value) {
+        JSONSerializer::serialize_impl(stream, ctx, key,
+                                       Nullable<T>{std::move(value), "ChannelEntry", key, ""});
+    };
+    JSONSerializer::serialize_impl(stream, ctx, "channel", channel_, "frequency", frequency_);
+    write("config_flags", if_set(config_flags_, names_of));
+    write("max_regulatory_power", if_set(max_regulatory_power_, serialization::whole_dbm));
+}
+
+void ChannelEntry::deserialize_impl(YAJLNode& node, SerializationContext& ctx) {
+    ChannelEntry read;
+    JSONSerializer::deserialize(node, ctx, "channel", read.channel_);
+    read_nullable(node, ctx, "frequency", read.frequency_);
+    if (read.frequency_ == KiloHertz()) {
+        read.frequency_ = frequency_of(read.channel_);
+    }
+    // Marks and power are local to who wrote them. That the flags are set is told, not which; the
+    // power is read for its type alone.
+    std::vector<std::string> names;
+    if (read_nullable(node, ctx, "config_flags", names)) {
+        read.config_flags_.set({});
+    }
+    std::int32_t power = 0;
+    read_nullable(node, ctx, "max_regulatory_power", power);
+    *this = read;
+}
+
+std::ostream& operator<<(std::ostream& os, const ChannelEntry& entry) {
+    std::ostringstream text;
+    text << ' ' << int{entry.get_channel()} << " | " << entry.get_frequency().count() << " kHz | "
+         << entry.get_max_regulatory_power().get() << " | " << entry.get_capability_flags() << " | "
+         << entry.get_state_flags().get() << " | " << entry.get_config_flags().get() << " | "
+         << 0.5 * entry.get_anpi().get() - 110 << " | "
+         << int{entry.get_channel_utilization().get()};
+    return os << text.view();
+}
+
+}  // namespace nuv

@@ -1,0 +1,73 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+#include <functional>
+#include <limits>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <type_traits>
+
+#include "nuv/dynamic_value.hpp"
+#include "nuv/json_serializer.hpp"
+
+// Members that are null in JSON as long as they were never set.
+
+namespace nuv::serialization {
+
+/// What `projection` makes of a value that was set.
+template <typename T, typename Strategy, typename Projection>
+auto if_set(const DynamicValue<T, Strategy>& field, Projection projection) {
+    using Result = std::decay_t<std::invoke_result_t<Projection, const T&>>;
+    return field.is_set() ? std::optional<Result>(std::invoke(projection, field.get()))
+                          : std::nullopt;
+}
+
+/// The value of the member `key` of an `owner`, null where there is none. `end` closes the message
+/// of a null that is refused.
+template <typename T>
+struct Nullable {
+    std::optional<T> value;
+    std::string_view owner;
+    std::string_view key;
+    std::string_view end;
+};
+
+template <typename T>
+struct JSONSerializableType<Nullable<T>> {
+    static void serialize(YAJLStream& stream, SerializationContext& ctx,
+                          const Nullable<T>& member) {
+        if (member.value) {
+            JSONSerializableType<T>::serialize(stream, ctx, *member.value);
+        } else if (!stream.write_null()) {
+            throw SerializationException(std::string("Serialization of ")
+                                             .append(member.owner)
+                                             .append(" failed: Failed to write null for ")
+                                             .append(member.key)
+                                             .append(member.end));
+        }
+    }
+};
+
+/// Reads the member `key` into `value`; false, and nothing else, where it is absent or null.
+template <typename T>
+bool read_nullable(YAJLNode& node, SerializationContext& ctx, const std::string& key, T& value) {
+    if (!node.probe_name(key) || node.get_null(key)) {
+        return false;
+    }
+    JSONSerializer::deserialize(node, ctx, key, value);
+    return true;
+}
+
+/// `power` towards zero, as near as an integer comes; 0 for NaN.
+inline std::int32_t whole_dbm(float power) {
+    using Limits = std::numeric_limits<std::int32_t>;
+    return std::isnan(power) ? 0
+                             : static_cast<std::int32_t>(std::clamp<double>(
+                                   static_cast<double>(power), Limits::min(), Limits::max()));
+}
+
+}  // namespace nuv::serialization

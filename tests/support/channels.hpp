@@ -1,0 +1,132 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "nuv/channel_info.hpp"
+#include "nuv/wlan_radio.hpp"
+#include "steady_clock.hpp"
+#include "support/json_text.hpp"
+
+namespace nuv::test {
+
+/// The steady clock as long as it lives.
+struct TestClock {
+    explicit TestClock(std::int64_t ns) { now = ns; }
+    ~TestClock() { impl::replace_steady_clock(before); }
+    TestClock(const TestClock&) = delete;
+    TestClock& operator=(const TestClock&) = delete;
+
+    inline static std::int64_t now = 0;
+    impl::SteadyClock before = impl::replace_steady_clock([]() noexcept { return now; });
+};
+
+inline constexpr std::int64_t NEVER = ChannelEntry::Power::NEVER_SET;
+
+/// A channel with these flags, of a time long ago, and nothing else.
+inline ChannelEntry channel(std::uint8_t number, std::int32_t khz, unsigned capabilities = 1) {
+    return {number, KiloHertz{khz}, capabilities, {}, {}, {}, {}, {}};
+}
+
+/// Values out of few, so that any two are often equal.
+class RandomChannels {
+public:
+    unsigned below(unsigned count) { return static_cast<unsigned>(random_() % count); }
+
+    template <class Field>
+    Field field(auto value) {
+        return {value, below(4) == 0 ? NEVER : std::int64_t{below(3)}};
+    }
+    ChannelEntry entry(unsigned frequencies = 2) {
+        return {static_cast<std::uint8_t>(below(8) == 0),
+                KiloHertz(static_cast<std::int32_t>(below(frequencies))),
+                below(4) == 0 ? 3U : 1U,
+                field<ChannelEntry::StateFlags>(below(2)),
+                field<ChannelEntry::ConfigFlags>(below(2)),
+                field<ChannelEntry::Power>(static_cast<float>(below(2))),
+                field<ChannelEntry::Measurement>(static_cast<std::uint8_t>(below(2))),
+                field<ChannelEntry::Measurement>(static_cast<std::uint8_t>(below(2)))};
+    }
+    ChannelInfo info() {
+        const auto khz = [&] { return KiloHertz(static_cast<std::int32_t>(below(2))); };
+        const auto width = below(2) == 0 ? ChannelWidth::HT80 : ChannelWidth::HT8080;
+        return {field<ChannelInfo::Frequency>(khz()),
+                field<ChannelInfo::Segment>(ChannelSegment{khz(), width, below(2)}), khz(),
+                field<ChannelInfo::Power>(static_cast<float>(below(2)))};
+    }
+    ChannelList list() {
+        std::vector<ChannelEntry> entries;
+        for (unsigned count = below(4); count > 0; --count) {
+            entries.push_back(entry(4));
+        }
+        return ChannelList(entries, static_cast<ChannelList::UpdateType>(below(3)));
+    }
+    NSSTable nss() {
+        NSSTable table;
+        for (std::uint8_t width = 0; width < 6; ++width) {
+            table.update_num_streams(static_cast<ChannelWidth>(width),
+                                     static_cast<std::uint8_t>(below(8) == 0), false, false);
+        }
+        return table;
+    }
+    WLANRadio radio() {
+        const MACAddress id({static_cast<std::uint8_t>(below(2)), 0, 0, 0, 0, 0});
+        const auto bits = [&] { return below(8) == 0 ? 1U : 0U; };
+        return {field<WLANRadio::RadioID>(id), nss(), nss(), bits(), bits(), list()};
+    }
+
+private:
+    std::mt19937 random_;
+};
+
+/// update() changes something exactly when can_update_from() says so, and leaves nothing to do.
+/// `unless` names what the class excepts: then nothing changes, whatever is said.
+template <class T>
+void expect_update_law(auto make, auto unless) {
+    unsigned changed = 0;
+    for (int i = 0; i < 20000; ++i) {
+        const T ours = make();
+        const T theirs = make();
+        T after = ours;
+        after.update(theirs);
+        const bool can = ours.can_update_from(theirs) && !unless(ours, theirs);
+        ASSERT_EQ(can, !(after == ours)) << i;
+        ASSERT_FALSE(after.can_update_from(theirs) && !unless(after, theirs)) << i;
+        changed += can ? 1U : 0U;
+    }
+    EXPECT_GT(changed, 1000U);
+    EXPECT_LT(changed, 19900U);
+}
+
+template <class T>
+void expect_update_law(auto make) {
+    expect_update_law<T>(make, [](const T&, const T&) { return false; });
+}
+
+/// What writing `value` says where there is room for ever more bytes, repetitions left out.
+template <class T>
+std::vector<std::string> refusals(const T& value) {
+    std::vector<std::string> messages;
+    const std::size_t size = to_json(value).size();
+    for (std::size_t room = 0; room < size; ++room) {
+        const std::string message = to_json(value, room);
+        if (messages.empty() || messages.back() != message) {
+            messages.push_back(message);
+        }
+    }
+    return messages;
+}
+
+/// What `value` is written as after reading `text`, or what reading throws.
+template <class T>
+std::string reread(const std::string& text, T& value) {
+    const std::string failure = from_json(text, "", value);
+    return failure.empty() ? to_json(value) : failure;
+}
+
+}  // namespace nuv::test

@@ -1,0 +1,232 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "nuv/channel_info.hpp"
+
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+
+#include "nuv/frequency_conversion.hpp"
+#include "nuv_platform/fake.hpp"
+#include "support/channels.hpp"
+
+namespace nuv::test {
+namespace {
+
+using enum ChannelWidth;
+
+ChannelInfo::Frequency frequency(std::int32_t khz, std::int64_t at = 1) {
+    return {KiloHertz{khz}, at};
+}
+
+ChannelInfo::Segment segment(std::int32_t khz, ChannelWidth width, std::int64_t at = 1) {
+    return {{KiloHertz{khz}, width, {}}, at};
+}
+
+bool differ_by_secondary_centers_alone(const ChannelInfo& a, const ChannelInfo& b) {
+    return a.get_primary_frequency().equivalent_to(b.get_primary_frequency()) &&
+           a.get_primary_segment().equivalent_to(b.get_primary_segment()) &&
+           a.get_max_regulatory_power().equivalent_to(b.get_max_regulatory_power()) &&
+           a.get_secondary_center_frequency() != b.get_secondary_center_frequency();
+}
+
+TEST(ChannelInfo, UpdateChangesSomethingExactlyWhenItSaysSo) {
+    RandomChannels random;
+    expect_update_law<ChannelInfo>([&] { return random.info(); },
+                                   differ_by_secondary_centers_alone);
+}
+
+TEST(ChannelInfo, SecondaryCentersAloneAreNeverTakenAlthoughItSaysSo) {
+    const ChannelInfo other({}, segment(5210000, HT8080), KiloHertz{5775000}, {20, 9});
+    ChannelInfo info({}, segment(5210000, HT8080), KiloHertz{5690000}, {20, 1});
+    const ChannelInfo before = info;
+    EXPECT_TRUE(info.can_update_from(other));
+    info.update(other);
+    EXPECT_EQ(info, before);
+    EXPECT_TRUE(info.can_update_from(other));
+}
+
+TEST(ChannelInfo, EquivalentReportsAndOlderOnesAreNotTaken) {
+    const ChannelInfo ours(frequency(5180000, 5), segment(5180000, HT20, 5), {}, {20, 5});
+    const ChannelInfo same(frequency(5180000, 9), segment(5180000, HT20, 9), {}, {20, 9});
+    const ChannelInfo old(frequency(5200000, 5), segment(5200000, HT20, 5), {}, {23, 5});
+    for (const ChannelInfo& other : {same, old}) {
+        ChannelInfo info = ours;
+        info.update(other);
+        EXPECT_EQ(info, ours);
+    }
+    EXPECT_TRUE(ours.equivalent_to(same));
+    EXPECT_FALSE(ours == same);
+}
+
+TEST(ChannelInfo, NewestReportOverwritesAlsoWithOlderValuesAndLogsThem) {
+    platform::FakePlatform platform;
+    const TestClock clock(9'000'000'000);
+    ChannelInfo info(frequency(5180000, 3'000'000'000), segment(5210000, HT80, 2'000'000'000), {},
+                     {20.5, 1'000'000'000});
+    const ChannelInfo other(frequency(5200000, 1'999'999'999),
+                            {{KiloHertz{5290000}, HT8080, 0b101}, 1'000'000'000},
+                            KiloHertz{5775000}, {23, 4'000'000'000});
+    info.update(other);
+    EXPECT_EQ(info, other);
+
+    // What was never set un-sets ours; its age is meaningless.
+    info.update(ChannelInfo({}, {}, {}, {22, 5'000'000'000}));
+    EXPECT_FALSE(info.get_primary_frequency().is_set() || info.get_primary_segment().is_set());
+    EXPECT_EQ(info.get_secondary_center_frequency(), KiloHertz());
+    ChannelInfo power({}, {}, {}, {20.5, 1});
+    power.update(ChannelInfo(frequency(1, 2), {}));
+
+    EXPECT_EQ(
+        platform.log().texts(),
+        (std::vector<std::string>{
+            "Overwriting primary frequency 5180000 kHz (age 6000 ms) with older value 5200000 kHz "
+            "(age 7000 ms).",
+            "Overwriting primary segment 5210000 kHz, 80 MHz, 0000000000000000 (age 7000 ms) with "
+            "older value 5290000 kHz, 80+80 MHz, 0000000000000101 (age 8000 ms).",
+            "Overwriting primary frequency 5200000 kHz (age 7000 ms) with older value 0 kHz "
+            "(age -9223372027854 ms).",
+            "Overwriting primary segment 5290000 kHz, 80+80 MHz, 0000000000000101 (age 8000 ms) "
+            "with older value 0 kHz, 20 MHz, 0000000000000000 (age -9223372027854 ms).",
+            "Overwriting max power 20.5 (age 8999 ms) with older value 0 (age -9223372027854 "
+            "ms)."}));
+    auto record = platform.log().records().front();
+    record.line = 0;
+    record.text.clear();
+    EXPECT_EQ(record, (platform::FakeLog::Record{2, "default", "channel_info",
+                                                 "src/shared/channel_info", "update", 0, 0, ""}));
+}
+
+TEST(ChannelInfo, SecondaryCenterIsHeldFor80Plus80Alone) {
+    const KiloHertz center{5775000};
+    for (std::uint8_t number = 0; number < 7; ++number) {
+        const auto width = static_cast<ChannelWidth>(number);
+        const auto kept = width == HT8080 ? center : KiloHertz();
+        EXPECT_EQ(ChannelInfo({}, segment(1, width), center, {}).get_secondary_center_frequency(),
+                  kept);
+        ChannelInfo info({}, segment(1, HT8080), KiloHertz{7}, {});
+        info.set_segment(segment(2, width, 2), center);
+        EXPECT_EQ(info.get_secondary_center_frequency(), kept);
+        info.set_segment(segment(3, HT8080, 2), KiloHertz{8});
+        EXPECT_EQ(info.get_secondary_center_frequency(), kept) << "not newer";
+    }
+    ChannelInfo primary(frequency(5180000, 5), {20, 1});
+    EXPECT_EQ(primary.get_primary_segment(), segment(5180000, HT20, 5));
+    primary.reset();
+    EXPECT_EQ(primary, ChannelInfo());
+}
+
+TEST(ChannelInfo, TextHasNoSeparatorBeforeTheSecondaryCenter) {
+    const auto text = [](const ChannelInfo& info) {
+        std::ostringstream os;
+        os << std::hex << info;
+        return os.str();
+    };
+    EXPECT_EQ(text({}), "primary frequency: ---, segment info: ---, max power: ---");
+    EXPECT_EQ(text({frequency(5180000), {{KiloHertz{5210000}, HT80, 0b1000}, 1}, {}, {20.5, 1}}),
+              "primary frequency: 5180000 kHz (channel 36), segment info: primary center: 5210000 "
+              "kHz (channel 42), channel width: 80 MHz, puncturing map: 0000000000001000, max "
+              "power: 20.5 dBm");
+    EXPECT_EQ(
+        text({{}, segment(5210000, HT8080), KiloHertz{5775000}, {}}),
+        "primary frequency: ---, segment info: primary center: 5210000 kHz (channel 42), "
+        "channel width: 80+80 MHzsecondary center: 5775000 kHz (channel 155), puncturing map: "
+        "0000000000000000, max power: ---");
+}
+
+TEST(ChannelInfo, WritesNullForWhatIsNotThere) {
+    EXPECT_EQ(to_json(ChannelInfo(frequency(5180000), {{KiloHertz{5210000}, HT8080, 0x8001}, 1},
+                                  KiloHertz{5775000}, {20.9F, 1})),
+              R"({"primary_freq":5180000,"primary_center":5210000,"channel_width":"80+80 MHz",)"
+              R"("puncturing_map":32769,"secondary_center":5775000,"max_regulatory_power":20})");
+    const std::string null = "Serialization of ChannelInfo failed: Failed to write null for ";
+    const std::string key = "Serialization of CharArray failed";
+    const std::string object = "Serialization of JSONSerializable object failed: ";
+    EXPECT_EQ(refusals(ChannelInfo()),
+              (std::vector<std::string>{
+                  object + "Could not open object", key, null + "primary_freq.", key,
+                  null + "primary_center.", key, null + "channel_width.", key,
+                  null + "puncturing_map.", key, null + "secondary_center.", key,
+                  null + "max_regulatory_power.", object + "Could not close object"}));
+}
+
+TEST(ChannelInfo, ReadsWhatIsThereAndStampsItWithTheTime) {
+    const TestClock clock(10);
+    const std::string unset =
+        R"({"primary_freq":null,"primary_center":null,"channel_width":null,)"
+        R"("puncturing_map":null,"secondary_center":null,"max_regulatory_power":null})";
+    const std::string whole =
+        R"({"primary_freq":5180000,"primary_center":5210000,"channel_width":"80+80 MHz",)"
+        R"("puncturing_map":3,"secondary_center":5775000,"max_regulatory_power":20})";
+    const ChannelInfo used(frequency(1), segment(2, HT8080), KiloHertz{3}, {4, 1});
+    const auto read = [&](const std::string& text) {
+        ChannelInfo info = used;
+        return reread(text, info);
+    };
+    const std::string no_width =
+        "Deserialization of ChannelInfo failed because channel_width is missing or null.";
+    const std::pair<std::string, std::string> table[] = {
+        {"{}", unset},
+        {unset, unset},
+        {whole, whole},
+        {R"({"channel_width":5,"puncturing_map":"","secondary_center":""})", unset},
+        {R"({"primary_center":1})", no_width},
+        {R"({"primary_center":1,"channel_width":null})", no_width},
+        {R"({"primary_center":1,"channel_width":"80"})",
+         R"(Deserialization of enum "channel_width" failed, got "80")"},
+        {R"({"primary_center":1,"channel_width":"40 MHz","secondary_center":5775000})",
+         R"({"primary_freq":null,"primary_center":1,"channel_width":"40 MHz","puncturing_map":0,)"
+         R"("secondary_center":null,"max_regulatory_power":null})"},
+        {R"({"primary_freq":""})", R"(Deserialization of std::int64_t "primary_freq" failed)"},
+        {R"({"primary_center":"x"})", R"(Deserialization of std::int64_t "primary_center" failed)"},
+        {R"({"primary_center":1,"channel_width":"20 MHz","puncturing_map":"x"})",
+         R"(Deserialization of std::uint16_t "puncturing_map" failed)"},
+        {R"({"primary_center":1,"channel_width":"20 MHz","secondary_center":"x"})",
+         R"(Deserialization of std::int64_t "secondary_center" failed)"},
+        {R"({"max_regulatory_power":2.5})",
+         R"(Deserialization of std::int32_t "max_regulatory_power" failed)"},
+    };
+    for (const auto& [text, expected] : table) {
+        EXPECT_EQ(read(text), expected) << text;
+    }
+    ChannelInfo info = used;
+    from_json(whole, "", info);
+    EXPECT_EQ(info, ChannelInfo(frequency(5180000, 10), {{KiloHertz{5210000}, HT8080, 3}, 10},
+                                KiloHertz{5775000}, {20, 10}));
+}
+
+std::string center(const ChannelInfo& info, ChannelWidth width) {
+    return message_of<std::invalid_argument>(
+        [&] { return std::to_string(get_center_frequency_of_subsegment(info, width).count()); });
+}
+
+TEST(ChannelInfo, SubsegmentHoldsThePrimaryChannel) {
+    constexpr std::int32_t CENTER = 6105000;
+    for (const ChannelWidth outer : {HT20, HT40, HT80, HT160, HT8080, HT320}) {
+        const std::int32_t span = channel_width_to_frequency(outer).count() * 1000;
+        for (const ChannelWidth width : {HT20, HT40, HT80, HT160, HT320}) {
+            const std::int32_t step = channel_width_to_frequency(width).count() * 1000;
+            const std::int32_t lowest = CENTER - span / 2;
+            for (std::int32_t primary = lowest + 10000; primary < CENTER + span / 2;
+                 primary += 20000) {
+                // 160 MHz of a first segment of 80 MHz: that segment's centre.
+                const std::int32_t expected =
+                    step > span ? CENTER : lowest + (primary - lowest) / step * step + step / 2;
+                EXPECT_EQ(center({frequency(primary), segment(CENTER, outer), {}, {}}, width),
+                          width > outer ? "desired segment wider than current segment"
+                                        : std::to_string(expected))
+                    << outer << ", " << width << " around " << primary;
+            }
+        }
+    }
+}
+
+TEST(ChannelInfo, SubsegmentFailuresByName) {
+    EXPECT_EQ(center({}, HT20), "primary frequency not set");
+    EXPECT_EQ(center({frequency(1), {}, {}, {}}, HT8080), "primary segment not set");
+    EXPECT_EQ(center({frequency(1), segment(1, HT8080), {}, {}}, HT8080),
+              "not possible to get center for 80+80 bandwidth");
+    EXPECT_EQ(center({frequency(1), segment(5, INVALID), {}, {}}, INVALID), "5");
+}
+
+}  // namespace
+}  // namespace nuv::test

@@ -1,0 +1,166 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "nuv/channel_list.hpp"
+
+#include <gtest/gtest.h>
+
+#include "nuv_platform/fake.hpp"
+#include "support/channels.hpp"
+
+namespace nuv::test {
+namespace {
+
+using enum ChannelList::UpdateType;
+
+/// Channels of these numbers in the 5 GHz band; a negative one has more capabilities.
+ChannelList list(const std::vector<int>& numbers, ChannelList::UpdateType type = COMPLETE) {
+    std::vector<ChannelEntry> entries;
+    for (const int number : numbers) {
+        const int channel_number = std::abs(number);
+        entries.push_back(channel(static_cast<std::uint8_t>(channel_number),
+                                  5000000 + 5000 * channel_number, number < 0 ? 3U : 1U));
+    }
+    return ChannelList(entries, type);
+}
+
+TEST(ChannelList, UpdateChangesSomethingExactlyWhenItSaysSo) {
+    RandomChannels random;
+    expect_update_law<ChannelList>([&] { return random.list(); });
+}
+
+TEST(ChannelList, CompleteReportsDropWhatTheyLackAndPartialOnesDoNot) {
+    const std::vector<int> ours{36, 44, 52};
+    const struct {
+        std::vector<int> theirs;
+        std::vector<int> complete;
+        std::vector<int> partial;
+    } table[] = {
+        {{36, 44, 52}, ours, ours},
+        {{36, 52}, {36, 52}, ours},
+        {{}, {}, ours},
+        {{-44}, {-44}, {36, -44, 52}},
+        {{36, -44, 52}, {36, -44, 52}, {36, -44, 52}},
+        {{32, 36, 40, 44, 48, 52, 56}, {32, 36, 40, 44, 48, 52, 56}, {32, 36, 40, 44, 48, 52, 56}},
+        {{40, 48, 56}, {40, 48, 56}, {36, 40, 44, 48, 52, 56}},
+    };
+    for (const auto& [theirs, complete, partial] : table) {
+        for (const int type : {0, 1, 255}) {
+            ChannelList updated = list(ours, PARTIAL);
+            const auto other = list(theirs, static_cast<ChannelList::UpdateType>(type));
+            const ChannelList expected = list(type == 0 ? complete : partial);
+            EXPECT_EQ(updated.can_update_from(other), !(expected == updated));
+            updated.update(other);
+            EXPECT_EQ(updated, expected);
+            EXPECT_EQ(updated.get_update_type(), PARTIAL);
+        }
+    }
+}
+
+TEST(ChannelList, IsSortedAndOfSeveralEntriesKeepsTheLast) {
+    const ChannelList unsorted = list({52, 36, 44, -36, 52, -44});
+    EXPECT_EQ(unsorted, list({-36, -44, 52}));
+    for (const ChannelEntry& entry : unsorted.get_channels()) {
+        EXPECT_EQ(unsorted.get_channel_entry(entry.get_frequency()), &entry);
+    }
+    EXPECT_EQ(unsorted.get_channel_entry(KiloHertz{5200000}), nullptr);
+    EXPECT_EQ(unsorted.get_channel_entry(KiloHertz{9000000}), nullptr);
+}
+
+TEST(ChannelList, UpdateTypeCountsForEquivalenceAlone) {
+    EXPECT_EQ(list({36}, COMPLETE), list({36}, PARTIAL));
+    EXPECT_FALSE(list({36}, COMPLETE).equivalent_to(list({36}, PARTIAL)));
+    EXPECT_TRUE(list({36}, PARTIAL).equivalent_to(list({36}, PARTIAL)));
+    EXPECT_FALSE(list({36}).equivalent_to(list({36, 40})));
+    EXPECT_FALSE(list({36}).equivalent_to(list({-36})));
+    EXPECT_TRUE(list({36}) < list({36, 40}));
+    EXPECT_TRUE(list({36, 40}) < list({40}));
+    EXPECT_FALSE(list({36}) < list({-36}));
+    EXPECT_TRUE(list({36, 44}).has_common_channel_with(list({40, -44})));
+    EXPECT_FALSE(list({36, 44}).has_common_channel_with(list({40, 48})));
+}
+
+TEST(ChannelList, FlagsAreSetAndResetThroughout) {
+    const TestClock clock(10);
+    ChannelList channels = list({36, 40, 44});
+    const ChannelList untouched = channels;
+    channels.set_performance_opt_flag(36, 40, true);
+    channels.get_channel_entry(KiloHertz{5180000})->set_remote_disturber(true);
+    TestClock::now = 11;
+    channels.set_unset_configuration_flags_to_not_penalized();
+    channels.set_unset_state_flags_to_default_state();
+    std::vector<ChannelEntry::ConfigFlags> config;
+    for (const ChannelEntry& entry : channels.get_channels()) {
+        config.push_back(entry.get_config_flags());
+        EXPECT_EQ(entry.get_state_flags(), ChannelEntry::StateFlags({}, 11));
+    }
+    EXPECT_EQ(config, (std::vector<ChannelEntry::ConfigFlags>{{0b11, 10}, {0b10, 10}, {0, 11}}));
+
+    ChannelList others = list({100, 104, 108});
+    EXPECT_FALSE(channels.channel_configuration_equivalent_to(others));
+    others.set_performance_opt_flag(0, 104, true);
+    others.set_performance_opt_flag(108, 255, false);
+    EXPECT_FALSE(channels.channel_configuration_equivalent_to(others));
+    others.get_channel_entry(KiloHertz{5500000})->set_remote_disturber(true);
+    EXPECT_TRUE(channels.channel_configuration_equivalent_to(others));
+    EXPECT_FALSE(channels.channel_configuration_equivalent_to(list({36})));
+
+    ChannelList config_only = channels;
+    channels.reset_configuration_flags();
+    EXPECT_TRUE(channels.get_channels()[0].get_state_flags().is_set());
+    channels.reset_state_flags();
+    config_only.reset_state_and_config_flags();
+    EXPECT_EQ(channels, untouched);
+    EXPECT_EQ(config_only, untouched);
+}
+
+TEST(ChannelList, BandIsThatOfTheFirstEntryAndSeveralAreLogged) {
+    platform::FakePlatform platform;
+    EXPECT_EQ(ChannelList().get_frequency_band(), FrequencyBand::INVALID_BAND_MAX);
+    EXPECT_EQ(ChannelList().get_detailed_frequency_band(), DetailedFrequencyBand::INVALID_BAND);
+    EXPECT_EQ(list({36, 100}).get_frequency_band(), FrequencyBand::BAND_5_GHZ);
+    EXPECT_EQ(platform.log().texts(), std::vector<std::string>());
+    EXPECT_EQ(list({36, 100}).get_detailed_frequency_band(),
+              DetailedFrequencyBand::BAND_5_GHZ_LOWER);
+    const ChannelList bands({channel(36, 5180000), channel(1, 2412000)});
+    EXPECT_EQ(bands.get_frequency_band(), FrequencyBand::BAND_2_4_GHZ);
+    EXPECT_EQ(platform.log().texts(),
+              (std::vector<std::string>{
+                  "ChannelList covers multiple frequency bands: 5180000 kHz 5500000 kHz",
+                  "ChannelList covers multiple frequency bands: 2412000 kHz 5180000 kHz"}));
+    EXPECT_EQ(platform.log().records()[0].level, 1);
+    EXPECT_EQ(platform.log().records()[0].module, "channel_list");
+}
+
+TEST(ChannelList, TextHasALineForEachEntry) {
+    std::ostringstream os;
+    os << list({40, 36});
+    EXPECT_EQ(os.str(),
+              " 36 | 5180000 kHz | 0 | 0000000001 | 00000 | 00 | -110 | 0\n"
+              " 40 | 5200000 kHz | 0 | 0000000001 | 00000 | 00 | -110 | 0\n");
+}
+
+TEST(ChannelList, IsReadFromAnotherKeyThanItIsWrittenTo) {
+    const std::string entries =
+        R"([{"channel":36,"frequency":5180000,"config_flags":null,"max_regulatory_power":null},)"
+        R"({"channel":40,"frequency":5200000,"config_flags":null,"max_regulatory_power":null}])";
+    const std::string own = R"({"channels":)" + entries + "}";
+    EXPECT_EQ(to_json(list({36, 40})), own);
+    const std::pair<std::string, std::string> table[] = {
+        {own, R"({"channels":[]})"},
+        {"{}", R"({"channels":[]})"},
+        {R"({"channles":)" + entries + "}", own},
+        {R"({"channles":[{"channel":40},{"channel":36},{"channel":40}]})", own},
+        {R"({"channles":null})",
+         R"(Deserialization of array "channles" failed, no array with such name found)"},
+        {R"({"channles":[{}]})",
+         "Deserialization of object inside array failed, got:\n"
+         R"(Deserialization of std::uint8_t "channel" failed)"},
+    };
+    for (const auto& [text, expected] : table) {
+        ChannelList read = list({100}, PARTIAL);
+        EXPECT_EQ(reread(text, read), expected);
+        EXPECT_EQ(read.get_update_type(), PARTIAL);
+    }
+}
+
+}  // namespace
+}  // namespace nuv::test
