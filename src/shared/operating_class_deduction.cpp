@@ -42,12 +42,8 @@ constexpr std::pair<Behavior, ChannelCapabilityBit> PRIMARY_BEHAVIORS[] = {
     {Behavior::PRIMARY_UPPER, ChannelCapabilityBit::PRIMARY_UPPER_BEHAVIOR},
 };
 
-std::string class_text(const OpclassDefinition& row) {
-    return "Provided opclass " + std::to_string(row.opclass);
-}
-
 [[noreturn]] void throw_no_single_segment(const OpclassDefinition& row, std::uint8_t channel) {
-    throw std::invalid_argument("No single segment for provided opclass " +
+    throw std::invalid_argument(std::string("No single segment for provided opclass ") +
                                 std::to_string(row.opclass) + " and channel " +
                                 std::to_string(channel) + " is not valid!");
 }
@@ -92,7 +88,7 @@ std::uint8_t center_of(const OpclassDefinition& row, std::uint8_t primary) {
     }
     const bool lower = row.behaviors.contains(Behavior::PRIMARY_LOWER);
     if (!lower && !row.behaviors.contains(Behavior::PRIMARY_UPPER)) {
-        throw std::invalid_argument(class_text(row) +
+        throw std::invalid_argument(std::string("Provided opclass ") + std::to_string(row.opclass) +
                                     " has no primary channel behavior definition!");
     }
     return static_cast<std::uint8_t>(lower ? primary + 2 : primary - 2);
@@ -218,7 +214,8 @@ const OpclassDefinition& OpclassLookup::definition(std::uint8_t opclass) const {
             return *row;
         }
     }
-    throw std::invalid_argument("Provided opclass " + std::to_string(opclass) + " not valid!");
+    throw std::invalid_argument(std::string("Provided opclass ") + std::to_string(opclass) +
+                                " not valid!");
 }
 
 KiloHertz OpclassLookup::get_channel_frequency(std::uint8_t channel, std::uint8_t opclass) const {
@@ -229,8 +226,9 @@ std::uint8_t OpclassLookup::get_channel_from_frequency(KiloHertz frequency,
                                                        std::uint8_t opclass) const {
     const auto channel = channel_at(definition(opclass), frequency);
     if (!channel) {
-        throw std::invalid_argument("Provided freq " + std::to_string(frequency.count()) +
-                                    " and opclass " + std::to_string(opclass) + " is not valid!");
+        throw std::invalid_argument(std::string("Provided freq ") +
+                                    std::to_string(frequency.count()) + " and opclass " +
+                                    std::to_string(opclass) + " is not valid!");
     }
     return *channel;
 }
@@ -300,9 +298,8 @@ std::uint8_t OpclassLookup::get_opclass(ChannelWidth width, KiloHertz frequency,
         }
         // Of 80+80 MHz the width has told what the behaviour is for.
         return row.behaviors.empty() || width == ChannelWidth::HT8080 ||
-               std::ranges::any_of(row.behaviors, [&](Behavior behavior) {
-                   return behaviors.contains(behavior);
-               });
+               std::ranges::any_of(row.behaviors,
+                                   [&](Behavior behavior) { return behaviors.contains(behavior); });
     };
     if (width >= ChannelWidth::INVALID) {
         return 0;  // else it would match the spacings that are no width
