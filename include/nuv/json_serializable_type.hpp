@@ -198,6 +198,7 @@ struct JSONSerializableType<std::vector<T>> {
             }
         }
         std::vector<T> fresh;
+        fresh.reserve(size);
         YAJLNode element;
         for (std::uint32_t i = 0; array.get_array_element(i, element); ++i) {
             fresh.push_back(JSONSerializeFactory<T>::make_default(element, ctx, {}));

@@ -55,7 +55,7 @@ struct JSONSerializableType<Nullable<T>> {
 /// Reads the member `key` into `value`; false, and nothing else, where it is absent or null.
 template <typename T>
 bool read_nullable(YAJLNode& node, SerializationContext& ctx, const std::string& key, T& value) {
-    if (!node.probe_name(key) || node.get_null(key)) {
+    if (node.get_null(key) || !node.probe_name(key)) {
         return false;
     }
     JSONSerializer::deserialize(node, ctx, key, value);

@@ -5,13 +5,11 @@
 
 #include <cstdint>
 #include <random>
-#include <string>
 #include <vector>
 
 #include "nuv/channel_info.hpp"
 #include "nuv/wlan_radio.hpp"
 #include "steady_clock.hpp"
-#include "support/json_text.hpp"
 
 namespace nuv::test {
 
@@ -106,27 +104,6 @@ void expect_update_law(auto make, auto unless) {
 template <class T>
 void expect_update_law(auto make) {
     expect_update_law<T>(make, [](const T&, const T&) { return false; });
-}
-
-/// What writing `value` says where there is room for ever more bytes, repetitions left out.
-template <class T>
-std::vector<std::string> refusals(const T& value) {
-    std::vector<std::string> messages;
-    const std::size_t size = to_json(value).size();
-    for (std::size_t room = 0; room < size; ++room) {
-        const std::string message = to_json(value, room);
-        if (messages.empty() || messages.back() != message) {
-            messages.push_back(message);
-        }
-    }
-    return messages;
-}
-
-/// What `value` is written as after reading `text`, or what reading throws.
-template <class T>
-std::string reread(const std::string& text, T& value) {
-    const std::string failure = from_json(text, "", value);
-    return failure.empty() ? to_json(value) : failure;
 }
 
 }  // namespace nuv::test
