@@ -8,6 +8,7 @@
 #include <stdexcept>
 #include <utility>
 
+#include "channel_raster.hpp"
 #include "enum_table.hpp"
 #include "nuv/channel_entry.hpp"
 #include "nuv/channel_info.hpp"
@@ -50,9 +51,10 @@ constexpr std::pair<Behavior, ChannelCapabilityBit> PRIMARY_BEHAVIORS[] = {
 
 /// INVALID for the spacings that are no width: 5, 10 and 2160 MHz.
 ChannelWidth width_of(const OpclassDefinition& row) {
-    return row.behaviors.contains(Behavior::SECONDARY_SEGMENT)
+    const ChannelWidth width = frequency_to_channel_width(row.channel_spacing);
+    return width == ChannelWidth::HT80 && row.behaviors.contains(Behavior::SECONDARY_SEGMENT)
                ? ChannelWidth::HT8080
-               : frequency_to_channel_width(row.channel_spacing);
+               : width;
 }
 
 KiloHertz frequency_of(const OpclassDefinition& row, std::uint8_t channel) {
@@ -72,11 +74,15 @@ std::vector<KiloHertz> frequencies_of(const OpclassDefinition& row, const Channe
 std::optional<std::uint8_t> channel_at(const OpclassDefinition& row, KiloHertz frequency) {
     const std::int64_t offset =
         std::int64_t{frequency.count()} - std::int64_t{row.starting_frequency.count()};
-    const std::int32_t step = (frequency_of(row, 1) - row.starting_frequency).count();
-    if (offset < 0 || offset > 255 * std::int64_t{step} || offset % step != 0) {
+    const auto step = static_cast<std::uint32_t>(channel_step(row.starting_frequency));
+    if (offset < 0 || offset > 255 * std::int64_t{step}) {
         return std::nullopt;
     }
-    const auto channel = static_cast<std::uint8_t>(offset / step);
+    const auto distance = static_cast<std::uint32_t>(offset);
+    const auto channel = static_cast<std::uint8_t>(distance / step);
+    if (distance % step != 0) {
+        return std::nullopt;
+    }
     const bool known = row.channels.contains(channel) || row.center_channels.contains(channel);
     return known ? std::optional(channel) : std::nullopt;
 }
@@ -292,19 +298,22 @@ bool OpclassLookup::is_secondary_segment(std::uint8_t opclass) const {
 
 std::uint8_t OpclassLookup::get_opclass(ChannelWidth width, KiloHertz frequency,
                                         const Behaviors& behaviors) const {
-    const auto fits = [&](const OpclassDefinition& row) {
-        if (width_of(row) != width || !channel_at(row, frequency)) {
-            return false;
-        }
-        // Of 80+80 MHz the width has told what the behaviour is for.
-        return row.behaviors.empty() || width == ChannelWidth::HT8080 ||
-               std::ranges::any_of(row.behaviors,
-                                   [&](Behavior behavior) { return behaviors.contains(behavior); });
-    };
     if (width >= ChannelWidth::INVALID) {
         return 0;  // else it would match the spacings that are no width
     }
+    const bool secondary = width == ChannelWidth::HT8080;
+    const auto fits = [&](const OpclassDefinition& row) {
+        const bool shares_behavior = secondary || row.behaviors.empty() ||
+                                     std::ranges::any_of(row.behaviors, [&](Behavior behavior) {
+                                         return behaviors.contains(behavior);
+                                     });
+        return row.behaviors.contains(Behavior::SECONDARY_SEGMENT) == secondary &&
+               shares_behavior && channel_at(row, frequency);
+    };
     for (const auto& [spacing, rows] : groups_) {
+        if (frequency_to_channel_width(spacing) != (secondary ? ChannelWidth::HT80 : width)) {
+            continue;
+        }
         const auto row = std::ranges::find_if(rows, fits);
         if (row != rows.end()) {
             return row->opclass;

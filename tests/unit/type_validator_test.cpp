@@ -139,9 +139,8 @@ TEST(TypeValidator, EntriesNameTheFirstThingWrongAndNoMore) {
         EXPECT_EQ(log_of(value, false), texts);
     }
     // What was never set is not looked at.
-    const auto never =
-        decltype(ChannelEntry().get_anpi().get_timestamp()){ChannelEntry::Measurement::NEVER_SET};
-    EXPECT_EQ(log_of(entry(36, 5180000, 1, 9, {221, never}, {101, never}), true), Texts());
+    const ChannelEntry::Measurement never(221, ChannelEntry::Measurement::NEVER_SET);
+    EXPECT_EQ(log_of(entry(36, 5180000, 1, 9, never, never), true), Texts());
 }
 
 TEST(TypeValidator, EntriesHaveTheFrequencyOfTheirChannelInOneBand) {
