@@ -1,12 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "decode_json.hpp"
 
-#include <ostream>
-
+#include "json_writer.hpp"
 #include "nuv/ieee802_11/ieee802_11_field_visitor.hpp"
 #include "nuv/ieee802_11/rsn_security.hpp"
-#include "nuv/serialization_exception.hpp"
-#include "nuv/yajl_stream.hpp"
 #include "security.hpp"
 #include "text.hpp"
 
@@ -16,42 +13,6 @@ namespace {
 
 using nuv::ieee802_11::IEEE802_11_CipherSuite;
 using nuv::ieee802_11::IEEE802_11_RSNElement;
-using nuv::serialization::YAJLStream;
-
-/// A YAJLStream whose failures are exceptions and whose members have their name in the call.
-class Json {
-public:
-    explicit Json(YAJLStream& stream) : stream_(stream) {}
-
-    void null(std::string_view name) { check(key(name) && stream_.write_null()); }
-    void boolean(std::string_view name, bool value) {
-        check(key(name) && stream_.write_bool(value));
-    }
-    void number(std::string_view name, std::uint64_t value) {
-        check(key(name) && stream_.write_integer(value));
-    }
-    void text(std::string_view name, std::string_view value) {
-        check(key(name) && stream_.write_string(value));
-    }
-    template <class T>
-    void optional_number(std::string_view name, const std::optional<T>& value) {
-        value ? number(name, *value) : null(name);
-    }
-    void open_object(std::string_view name) { check(key(name) && stream_.open_object()); }
-    void close_object() { check(stream_.close_object()); }
-    void open_list(std::string_view name) { check(key(name) && stream_.open_array()); }
-    void close_list() { check(stream_.close_array()); }
-
-private:
-    bool key(std::string_view name) { return name.empty() || stream_.write_string(name); }
-    static void check(bool written) {
-        if (!written) {
-            throw nuv::serialization::SerializationException("cannot write to standard output");
-        }
-    }
-
-    YAJLStream& stream_;
-};
 
 class FieldWriter : public nuv::ieee802_11::IEEE802_11_FieldVisitor {
 public:
@@ -173,32 +134,27 @@ void write_element(Json& json, const Element& element) {
 template <class Middle>
 void write_frame(std::ostream& os, const Source& source, const DecodedFrame& frame, bool pretty,
                  Middle middle) {
-    YAJLStream stream(os, static_cast<YAJLStream::YAJLIndentation>(pretty ? 2 : 0));
-    Json json(stream);
-    json.open_object({});
-    json.text("file", to_utf8(source.file));
-    json.number("frame", source.record.number);
-    json.text("time", to_string(source.record.time));
-    json.text("type", frame.type);
-    json.text("station", frame.station.to_string());
-    json.text("bssid", frame.bssid.to_string());
-    middle(json);
-    if (source.mac.bad_fcs) {
-        json.text("fcs", "bad");
-    }
-    if (source.mac.truncated) {
-        json.boolean("truncated", true);
-    }
-    write_error(json, frame);
-    json.open_list("elements");
-    for (const Element& element : frame.elements) {
-        write_element(json, element);
-    }
-    json.close_list();
-    json.close_object();
-    if (!pretty) {
-        os << '\n';
-    }
+    write_object(os, pretty, [&](Json& json) {
+        json.text("file", to_utf8(source.file));
+        json.number("frame", source.record.number);
+        json.text("time", to_string(source.record.time));
+        json.text("type", frame.type);
+        json.text("station", frame.station.to_string());
+        json.text("bssid", frame.bssid.to_string());
+        middle(json);
+        if (source.mac.bad_fcs) {
+            json.text("fcs", "bad");
+        }
+        if (source.mac.truncated) {
+            json.boolean("truncated", true);
+        }
+        write_error(json, frame);
+        json.open_list("elements");
+        for (const Element& element : frame.elements) {
+            write_element(json, element);
+        }
+        json.close_list();
+    });
 }
 
 void write_value(Json& json, const ActionFrame::Value& value) {
