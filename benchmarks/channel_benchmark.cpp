@@ -12,6 +12,7 @@
 #include <map>
 #include <sstream>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "nuv/channel_list.hpp"
@@ -46,7 +47,7 @@ std::vector<ChannelEntry> channels(int count, int modulus = 1, int without = 1) 
 }
 
 struct Map {
-    explicit Map(std::vector<ChannelEntry> list) {
+    explicit Map(const std::vector<ChannelEntry>& list) {
         for (const ChannelEntry& entry : list) {
             entries.emplace(entry.get_frequency(), entry);
         }
@@ -167,12 +168,11 @@ yajl_val yajl_member(yajl_val node, const char* key, yajl_type type) {
 ChannelList yajl_read(const std::string& text) {
     std::array<char, 1024> error{};
     const yajl_val root = yajl_tree_parse(text.c_str(), error.data(), error.size());
-    const yajl_val list = yajl_member(root, "channles", yajl_t_array);
-    require(list != nullptr);
+    const auto* list = YAJL_GET_ARRAY(yajl_member(root, "channles", yajl_t_array));
     std::vector<ChannelEntry> entries;
-    entries.reserve(YAJL_GET_ARRAY(list)->len);
-    for (std::size_t i = 0; i < YAJL_GET_ARRAY(list)->len; ++i) {
-        const yajl_val node = YAJL_GET_ARRAY(list)->values[i];
+    entries.reserve(list->len);
+    for (std::size_t i = 0; i < list->len; ++i) {
+        const yajl_val node = list->values[i];
         const yajl_val channel = yajl_member(node, "channel", yajl_t_number);
         const yajl_val frequency = yajl_member(node, "frequency", yajl_t_number);
         const yajl_val flags = yajl_member(node, "config_flags", yajl_t_any);

@@ -10,7 +10,6 @@
 #include "support/json_text.hpp"
 
 namespace nuv::test {
-namespace {
 
 TEST(ChannelEntry, UpdateChangesSomethingExactlyWhenItSaysSo) {
     RandomChannels random;
@@ -53,24 +52,17 @@ TEST(ChannelEntry, FlagsAreStampedWhenTheyChangeOrWereNeverSet) {
 }
 
 TEST(ChannelEntry, A320MHzChannelReports80Plus80AsItsMaximum) {
-    const struct {
-        unsigned bits;
-        int least, greatest;
-        std::vector<ChannelWidth> all;
-    } table[] = {{0b1111000000, 6, 6, {}},
-                 {0b0000101111,
-                  0,
-                  4,
-                  {{}, ChannelWidth{1}, ChannelWidth{2}, ChannelWidth{3}, ChannelWidth{5}}},
-                 {0b0000001110, 1, 3, {ChannelWidth{1}, ChannelWidth{2}, ChannelWidth{3}}},
-                 {0b0000010000, 4, 4, {ChannelWidth{4}}},
-                 {0b0000100000, 5, 4, {ChannelWidth{5}}}};
-    for (const auto& [bits, least, greatest, all] : table) {
-        const ChannelEntry entry = channel(1, 5500000, bits);
-        EXPECT_EQ(static_cast<int>(entry.get_min_supported_channel_width()), least) << bits;
-        EXPECT_EQ(static_cast<int>(entry.get_max_supported_channel_width()), greatest) << bits;
-        EXPECT_EQ(entry.get_all_supported_channel_width(), all) << bits;
+    using enum ChannelWidth;
+    const std::tuple<unsigned, ChannelWidth, ChannelWidth> table[] = {
+        {0b1111000000, INVALID, INVALID}, {0b101111, HT20, HT8080},  {0b001110, HT40, HT160},
+        {0b010000, HT8080, HT8080},       {0b100000, HT320, HT8080},
+    };
+    for (const auto& [bits, least, greatest] : table) {
+        EXPECT_EQ(channel(1, 1, bits).get_min_supported_channel_width(), least) << bits;
+        EXPECT_EQ(channel(1, 1, bits).get_max_supported_channel_width(), greatest) << bits;
     }
+    EXPECT_EQ(channel(1, 1, 0b101010).get_all_supported_channel_width(),
+              (std::vector{HT40, HT160, HT320}));
 }
 
 TEST(ChannelEntry, TextListsTheFieldsHighestBitFirst) {
@@ -102,5 +94,4 @@ TEST(ChannelEntry, ReadingKeepsChannelFrequencyAndThatFlagsAreSet) {
     EXPECT_EQ(entry, ChannelEntry(36, KiloHertz{5180000}, 0, {}, {0, 10}, {}, {}, {}));
 }
 
-}  // namespace
 }  // namespace nuv::test

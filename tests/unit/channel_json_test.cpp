@@ -29,10 +29,10 @@ std::string outcome(const std::string& what, const std::string& json) {
     const std::string failure = from_json("{\"v\":" + json + "}", "v", value);
     std::ostringstream text;
     text << std::hex << value;
-    const std::string written = what == "text"       ? text.str()
-                                : what == "refusals" ? refusals(value)
-                                                     : to_json(value);
-    return failure.empty() ? written : failure;
+    return !failure.empty()     ? failure
+           : what == "text"     ? text.str()
+           : what == "refusals" ? refusals(value)
+                                : to_json(value);
 }
 
 TEST(ChannelJSON, IsReadAndWrittenAsListed) {
@@ -40,16 +40,15 @@ TEST(ChannelJSON, IsReadAndWrittenAsListed) {
     std::string kind;
     std::string what;
     std::string json;
-    std::string expected;
     int rows = 0;
     while (file >> kind && std::getline(file >> what, json)) {
         if (kind == "#") {
             continue;
         }
         ++rows;
-        json.erase(0, 1);
-        expected = json.substr(json.find('\t') + 1);
-        json.resize(json.find('\t'));
+        const std::size_t tab = json.find('\t', 1);
+        const std::string expected = json.substr(tab + 1);
+        json = json.substr(1, tab - 1);
         std::string got = (kind == "entry"  ? outcome<ChannelEntry>
                            : kind == "info" ? outcome<ChannelInfo>
                            : kind == "list" ? outcome<ChannelList>

@@ -8,7 +8,6 @@
 #include "support/json_text.hpp"
 
 namespace nuv::test {
-namespace {
 
 using enum ChannelList::UpdateType;
 
@@ -30,23 +29,20 @@ TEST(ChannelList, UpdateChangesSomethingExactlyWhenItSaysSo) {
 
 TEST(ChannelList, CompleteReportsDropWhatTheyLackAndPartialOnesDoNot) {
     const std::vector<int> ours{36, 44, 52};
-    const struct {
-        std::vector<int> theirs;
-        std::vector<int> complete;
-        std::vector<int> partial;
-    } table[] = {
-        {{36, 44, 52}, ours, ours},
-        {{36, 52}, {36, 52}, ours},
-        {{}, {}, ours},
-        {{-44}, {-44}, {36, -44, 52}},
-        {{36, -44, 52}, {36, -44, 52}, {36, -44, 52}},
-        {{40, 48, 56}, {40, 48, 56}, {36, 40, 44, 48, 52, 56}},
+    // A report, and what a partial one leaves; a complete one leaves itself.
+    const std::pair<std::vector<int>, std::vector<int>> table[] = {
+        {ours, ours},
+        {{36, 52}, ours},
+        {{}, ours},
+        {{-44}, {36, -44, 52}},
+        {{36, -44, 52}, {36, -44, 52}},
+        {{40, 48, 56}, {36, 40, 44, 48, 52, 56}},
     };
-    for (const auto& [theirs, complete, partial] : table) {
+    for (const auto& [report, partial] : table) {
         for (const int type : {0, 1, 255}) {
             ChannelList updated = list(ours, PARTIAL);
-            const auto other = list(theirs, static_cast<ChannelList::UpdateType>(type));
-            const ChannelList expected = list(type == 0 ? complete : partial);
+            const auto other = list(report, static_cast<ChannelList::UpdateType>(type));
+            const ChannelList expected = list(type == 0 ? report : partial);
             EXPECT_EQ(updated.can_update_from(other), !(expected == updated));
             updated.update(other);
             EXPECT_EQ(updated, expected);
@@ -58,19 +54,15 @@ TEST(ChannelList, CompleteReportsDropWhatTheyLackAndPartialOnesDoNot) {
 TEST(ChannelList, IsSortedAndOfSeveralEntriesKeepsTheLast) {
     const ChannelList unsorted = list({52, 36, 44, -36, 52, -44});
     EXPECT_EQ(unsorted, list({-36, -44, 52}));
-    for (const ChannelEntry& entry : unsorted.get_channels()) {
-        EXPECT_EQ(unsorted.get_channel_entry(entry.get_frequency()), &entry);
-    }
+    EXPECT_EQ(unsorted.get_channel_entry(KiloHertz{5220000}), &unsorted.get_channels()[1]);
     EXPECT_EQ(unsorted.get_channel_entry(KiloHertz{5200000}), nullptr);
-    EXPECT_EQ(unsorted.get_channel_entry(KiloHertz{9000000}), nullptr);
 }
 
 TEST(ChannelList, UpdateTypeCountsForEquivalenceAlone) {
     EXPECT_EQ(list({36}, COMPLETE), list({36}, PARTIAL));
     EXPECT_FALSE(list({36}, COMPLETE).equivalent_to(list({36}, PARTIAL)));
     EXPECT_TRUE(list({36}, PARTIAL).equivalent_to(list({36}, PARTIAL)));
-    EXPECT_TRUE(list({36}) < list({36, 40}));
-    EXPECT_TRUE(list({36, 40}) < list({40}));
+    EXPECT_TRUE(list({36}) < list({36, 40}) && list({36, 40}) < list({40}));
     EXPECT_FALSE(list({36}) < list({-36}));
     EXPECT_TRUE(list({36, 44}).has_common_channel_with(list({40, -44})));
     EXPECT_FALSE(list({36, 44}).has_common_channel_with(list({40, 48})));
@@ -116,8 +108,6 @@ TEST(ChannelList, BandIsThatOfTheFirstEntryAndSeveralAreLogged) {
               (std::vector<std::string>{
                   "ChannelList covers multiple frequency bands: 5180000 kHz 5500000 kHz",
                   "ChannelList covers multiple frequency bands: 2412000 kHz 5180000 kHz"}));
-    EXPECT_EQ(platform.log().records()[0].level, 1);
-    EXPECT_EQ(platform.log().records()[0].module, "channel_list");
 }
 
 TEST(ChannelList, IsReadFromAnotherKeyThanItIsWrittenTo) {
@@ -131,5 +121,4 @@ TEST(ChannelList, IsReadFromAnotherKeyThanItIsWrittenTo) {
     EXPECT_EQ(read.get_update_type(), PARTIAL);
 }
 
-}  // namespace
 }  // namespace nuv::test
