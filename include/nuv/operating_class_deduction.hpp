@@ -56,7 +56,7 @@ using OpclassSet = SmallSet<std::uint8_t, 256>;
 
 /// One operating class.
 struct OpclassDefinition {
-    std::uint8_t opclass;
+    std::uint8_t opclass = 0;
     KiloHertz starting_frequency;  ///< of channel 0; the others follow by channel_to_frequency()
     MegaHertz channel_spacing;     ///< 25 for 20 MHz channels of the 2.4 GHz band
     ChannelSet channels;           ///< that may be used in the class

@@ -26,7 +26,7 @@ constexpr ChannelSet segment_channels(MegaHertz spacing, std::uint8_t center) {
 
 /// Channel numbers from `first` to `last`.
 struct Run {
-    std::uint8_t first, last;
+    std::uint8_t first = 0, last = 0;
     std::uint8_t step = 1;
 };
 
@@ -140,9 +140,9 @@ inline constexpr std::initializer_list<OpclassDefinition> EUROPE_CLASSES = {
 
 /// From the lower edge of the band's first channel to the upper edge of its last one.
 struct Band {
-    KiloHertz first_start, last_start;    ///< starting frequencies of its classes
-    std::int32_t step;                    ///< kHz from a channel number to the next
-    std::int32_t lower_edge, upper_edge;  ///< kHz
+    KiloHertz first_start, last_start;            ///< starting frequencies of its classes
+    std::int32_t step = 0;                        ///< kHz from a channel number to the next
+    std::int32_t lower_edge = 0, upper_edge = 0;  ///< kHz
 };
 inline constexpr Band BANDS[] = {
     {START_2_4, START_2_4_JAPAN, 5'000, 2'400'000, 2'495'000},

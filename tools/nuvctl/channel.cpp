@@ -50,7 +50,7 @@ KiloHertz frequency_of(const Options& options) {
 }
 
 struct Segment {
-    std::uint8_t center;
+    std::uint8_t center = 0;
     nuv::OperatingClassDeduction::ChannelSet channels;
 };
 
