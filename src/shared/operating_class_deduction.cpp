@@ -338,7 +338,7 @@ Behaviors OpclassLookup::behaviors_from_channel_capabilities(
 
 Behaviors OpclassLookup::behaviors_from_channel_info(const ChannelInfo& info) const {
     const auto& segment = info.get_primary_segment();
-    if (!segment.is_set()) {
+    if (!segment.is_set() || !info.get_primary_frequency().is_set()) {
         return {};
     }
     if (segment.get().width == ChannelWidth::HT8080) {

@@ -5,6 +5,7 @@
 #include <initializer_list>
 #include <iterator>
 
+#include "channel_raster.hpp"
 #include "nuv/operating_class_deduction.hpp"
 
 // The operating classes of IEEE 802.11-2020, Annex E, as constants that are checked while they are
@@ -53,7 +54,7 @@ inline constexpr KiloHertz START_5{5'000'000};
 inline constexpr KiloHertz START_5_ITS{5'002'500};
 inline constexpr KiloHertz START_6{5'950'000};
 inline constexpr KiloHertz START_6_CHANNEL_2{5'925'000};  // below channel 1
-inline constexpr KiloHertz START_60{56'160'000};
+inline constexpr KiloHertz START_60{START_60_GHZ};
 
 inline constexpr MegaHertz MHZ_5{5}, MHZ_10{10}, MHZ_20{20}, MHZ_25{25}, MHZ_40{40}, MHZ_80{80},
     MHZ_160{160}, MHZ_320{320}, MHZ_2160{2160};
@@ -141,14 +142,13 @@ inline constexpr std::initializer_list<OpclassDefinition> EUROPE_CLASSES = {
 /// From the lower edge of the band's first channel to the upper edge of its last one.
 struct Band {
     KiloHertz first_start, last_start;            ///< starting frequencies of its classes
-    std::int32_t step = 0;                        ///< kHz from a channel number to the next
     std::int32_t lower_edge = 0, upper_edge = 0;  ///< kHz
 };
 inline constexpr Band BANDS[] = {
-    {START_2_4, START_2_4_JAPAN, 5'000, 2'400'000, 2'495'000},
-    {START_5, START_5_ITS, 5'000, 5'170'000, 5'925'000},
-    {START_6_CHANNEL_2, START_6, 5'000, 5'925'000, 7'125'000},
-    {START_60, START_60, 2'160'000, 57'240'000, 70'200'000},
+    {START_2_4, START_2_4_JAPAN, 2'400'000, 2'495'000},
+    {START_5, START_5_ITS, 5'170'000, 5'925'000},
+    {START_6_CHANNEL_2, START_6, 5'925'000, 7'125'000},
+    {START_60, START_60, 57'240'000, 70'200'000},
 };
 
 consteval bool spacing_has_its_centers(const OpclassDefinition& row) {
@@ -163,8 +163,14 @@ consteval bool spacing_has_its_centers(const OpclassDefinition& row) {
         case 160:
         case 320:
             return row.behaviors.empty() && !row.center_channels.empty();
-        default:
+        case 5:
+        case 10:
+        case 20:
+        case 25:
+        case 2160:
             return row.behaviors.empty() && row.center_channels.empty();
+        default:
+            return false;
     }
 }
 
@@ -191,7 +197,8 @@ consteval bool lies_in_its_band(const OpclassDefinition& row) {
     const std::int32_t spacing =
         (row.channel_spacing == MHZ_25 ? MHZ_20 : row.channel_spacing).count() * 1'000;
     const auto fits = [&](int channel, std::int32_t width) {
-        const std::int32_t frequency = row.starting_frequency.count() + channel * band->step;
+        const std::int32_t frequency =
+            row.starting_frequency.count() + channel * channel_step(row.starting_frequency);
         return band->lower_edge <= frequency - width / 2 &&
                frequency + width / 2 <= band->upper_edge;
     };
