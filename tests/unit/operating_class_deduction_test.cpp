@@ -15,6 +15,7 @@
 #include "nuv/channel_info.hpp"
 #include "nuv/channel_list.hpp"
 #include "nuv/frequency_conversion.hpp"
+#include "tests/support/channel_info_text.hpp"
 #include "tests/support/json_text.hpp"
 #include "tests/support/listed_cases.hpp"
 
@@ -70,24 +71,6 @@ std::string text(const auto& value) {
     }
 }
 
-/// Reads "-", "20", "80+80".
-void read(std::istream& is, ChannelInfo& info) {
-    std::string word;
-    is >> word;
-    if (word != "-") {
-        info.set_primary_frequency({KiloHertz{std::stoi(word)}, 1});
-    }
-    is >> word;
-    if (word != "-") {
-        std::string width;
-        int secondary = 0;
-        is >> width >> secondary;
-        ChannelSegment segment{KiloHertz{std::stoi(word)}, ChannelWidth::INVALID, 0};
-        string_to_enum(width + " MHz", segment.width);
-        info.set_segment({segment, 1}, KiloHertz{secondary});
-    }
-}
-
 std::string answer(std::istream& is) {
     std::string word;
     Region region{};
@@ -98,19 +81,14 @@ std::string answer(std::istream& is) {
         return text(get_all_region_opclasses(region));
     }
     if (word == "info") {
-        ChannelInfo info;
-        read(is, info);
+        const ChannelInfo info = test::read_channel_info(is);
         try {
             const auto opclasses = get_opclasses_from_channel_info(info, region);
             EXPECT_TRUE(opclass_deducible_from_channel_info(info, region));
             return text(opclasses);
         } catch (const std::logic_error& error) {
             EXPECT_FALSE(opclass_deducible_from_channel_info(info, region));
-            std::ostringstream os;
-            os << info;
-            const std::string message = error.what();
-            return message.substr(0, message.find(os.str())) +
-                   (message.find(os.str()) != std::string::npos ? "{}" : "");
+            return test::without_info(error.what(), info);
         }
     }
     if (word == "primaries") {
