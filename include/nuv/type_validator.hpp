@@ -65,7 +65,7 @@ bool is_valid(const Bits& bits) noexcept {
 /// As is_valid_mac_address().
 NUV_EXPORT bool is_valid(const MACAddress& address) noexcept;
 
-/// Transmit and receive rate, or minimum and maximum: none is zero.
+/// Neither rate is zero.
 using DataRatePair = std::pair<DataRate, DataRate>;
 constexpr bool is_valid(const DataRatePair& rates) noexcept {
     return rates.first != DataRate{} && rates.second != DataRate{};

@@ -83,7 +83,7 @@ inline constexpr OpclassDefinition CLASS_130{
 
 // Class 124 is absent on purpose: its channels 149 to 161 are those of class 125, which has 149 to
 // 177 in a row.
-inline constexpr std::initializer_list<OpclassDefinition> GLOBAL_CLASSES = {
+constexpr std::initializer_list<OpclassDefinition> GLOBAL_CLASSES = {
     {81, START_2_4, MHZ_25, channels({{1, 13}}), {}, {}},
     {82, START_2_4_JAPAN, MHZ_25, channels({{14, 14}}), {}, {}},
     {83, START_2_4, MHZ_40, channels({{1, 9}}), {}, LOWER},
@@ -114,7 +114,7 @@ inline constexpr std::initializer_list<OpclassDefinition> GLOBAL_CLASSES = {
     {180, START_60, MHZ_2160, channels({{1, 6}}), {}, {}},
 };
 
-inline constexpr std::initializer_list<OpclassDefinition> EUROPE_CLASSES = {
+constexpr std::initializer_list<OpclassDefinition> EUROPE_CLASSES = {
     {1, START_5, MHZ_20, channels({{36, 48, 4}}), {}, {}},
     {2, START_5, MHZ_20, channels({{52, 64, 4}}), {}, {}},
     {3, START_5, MHZ_20, channels({{100, 140, 4}}), {}, {}},
