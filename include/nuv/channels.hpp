@@ -12,6 +12,8 @@
 #include "nuv/frequency_conversion.hpp"
 #include "nuv/ieee802_11_codes.hpp"
 #include "nuv/nss_table.hpp"
+#include "nuv/operating_class_deduction.hpp"
+#include "nuv/type_validator.hpp"
 #include "nuv/type_with_ratio.hpp"
 #include "nuv/wlan_radio.hpp"
 #include "nuv/wlan_types.hpp"

@@ -6,27 +6,24 @@
 #include <cstddef>
 #include <limits>
 
+#include "channel_raster.hpp"
+
 namespace nuv {
 namespace {
-
-constexpr std::int32_t CHANNEL_STEP = 5'000;             // kHz
-constexpr std::int32_t CHANNEL_STEP_60_GHZ = 2'160'000;  // kHz
-constexpr std::int32_t START_60_GHZ = 56'160'000;        // kHz
 
 /// A closed range of frequencies in kHz and what is known of it.
 struct ChannelRange {
     std::int32_t first, last;
     std::int32_t start;  ///< frequency of channel 0
-    std::int32_t step;
 };
 constexpr ChannelRange CHANNEL_RANGES[] = {
-    {0, 0, 0, CHANNEL_STEP},                          // no frequency, no channel
-    {2'484'000, 2'484'000, 2'414'000, CHANNEL_STEP},  // channel 14 of Japan, off the others' raster
-    {std::numeric_limits<std::int32_t>::min(), 2'483'999, 2'407'000, CHANNEL_STEP},
-    {2'484'001, 5'929'999, 5'000'000, CHANNEL_STEP},
-    {5'930'000, 5'949'999, 5'925'000, CHANNEL_STEP},  // channel 2 of 6 GHz lies below its channel 1
-    {5'950'000, 7'124'999, 5'950'000, CHANNEL_STEP},
-    {START_60_GHZ + 1, 64'800'000, START_60_GHZ, CHANNEL_STEP_60_GHZ},
+    {0, 0, 0},                          // no frequency, no channel
+    {2'484'000, 2'484'000, 2'414'000},  // channel 14 of Japan, off the others' raster
+    {std::numeric_limits<std::int32_t>::min(), 2'483'999, 2'407'000},
+    {2'484'001, 5'929'999, 5'000'000},
+    {5'930'000, 5'949'999, 5'925'000},  // channel 2 of 6 GHz lies below its channel 1
+    {5'950'000, 7'124'999, 5'950'000},
+    {START_60_GHZ + 1, 64'800'000, START_60_GHZ},
 };
 
 struct BandRange {
@@ -65,15 +62,13 @@ std::uint8_t frequency_to_channel(KiloHertz frequency) noexcept {
     const ChannelRange* range = find_range(CHANNEL_RANGES, frequency);
     // In 64 bits: the difference to a frequency far below zero does not fit 32.
     return range ? static_cast<std::uint8_t>((std::int64_t{frequency.count()} - range->start) /
-                                             range->step)
+                                             channel_step(KiloHertz{range->start}))
                  : std::uint8_t{0};
 }
 
 KiloHertz channel_to_frequency(KiloHertz band_start, std::uint8_t channel) noexcept {
-    const std::int32_t step =
-        band_start.count() < START_60_GHZ ? CHANNEL_STEP : CHANNEL_STEP_60_GHZ;
-    return KiloHertz{
-        static_cast<std::int32_t>(std::int64_t{band_start.count()} + std::int64_t{step} * channel)};
+    return KiloHertz{static_cast<std::int32_t>(band_start.count() +
+                                               std::int64_t{channel_step(band_start)} * channel)};
 }
 
 KiloHertz band_to_starting_frequency(FrequencyBand band) noexcept {

@@ -12,7 +12,7 @@
 
 #include "command.hpp"
 #include "file.hpp"
-#include "json.hpp"
+#include "json_writer.hpp"
 #include "nuv/ipv4_address.hpp"
 #include "nuv/ipv6_address.hpp"
 #include "nuv/mac_address.hpp"
@@ -116,23 +116,21 @@ public:
                          : IPAddress::guess_version_and_parse(options.contains)) {}
 
     void print(const std::string& text) {
-        Json json(std::cout, pretty_);
-        json.open_object({});
-        json.text("input", to_utf8(text));
-        try {
-            if (has_form_of_mac(text)) {
-                write(json, MACAddress(text));
-            } else if (text.find('/') != std::string::npos) {
-                write(json, PrefixedIPAddress::guess_version_and_parse(text), contained_.get());
-            } else {
-                write(json, *IPAddress::guess_version_and_parse(text));
+        write_object(std::cout, pretty_, [&](Json& json) {
+            json.text("input", to_utf8(text));
+            try {
+                if (has_form_of_mac(text)) {
+                    write(json, MACAddress(text));
+                } else if (text.find('/') != std::string::npos) {
+                    write(json, PrefixedIPAddress::guess_version_and_parse(text), contained_.get());
+                } else {
+                    write(json, *IPAddress::guess_version_and_parse(text));
+                }
+            } catch (const std::invalid_argument& error) {
+                json.text("error", to_utf8(error.what()));
+                status_ = 1;
             }
-        } catch (const std::invalid_argument& error) {
-            json.text("error", to_utf8(error.what()));
-            status_ = 1;
-        }
-        json.close_object();
-        json.end();
+        });
     }
 
     void print_lines_of_standard_input() {

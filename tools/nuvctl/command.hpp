@@ -13,5 +13,8 @@ namespace nuvctl {
 void add_decode(CLI::App& nuvctl, int& status);
 void add_encode(CLI::App& nuvctl, int& status);
 void add_address(CLI::App& nuvctl, int& status);
+void add_channel(CLI::App& nuvctl, int& status);
+void add_opclass(CLI::App& nuvctl, int& status);
+void add_validate(CLI::App& nuvctl, int& status);
 
 }  // namespace nuvctl

@@ -1,9 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "decode_json.hpp"
 
-#include <ostream>
-
-#include "json.hpp"
+#include "json_writer.hpp"
 #include "nuv/ieee802_11/ieee802_11_field_visitor.hpp"
 #include "nuv/ieee802_11/rsn_security.hpp"
 #include "security.hpp"
@@ -136,29 +134,27 @@ void write_element(Json& json, const Element& element) {
 template <class Middle>
 void write_frame(std::ostream& os, const Source& source, const DecodedFrame& frame, bool pretty,
                  Middle middle) {
-    Json json(os, pretty);
-    json.open_object({});
-    json.text("file", to_utf8(source.file));
-    json.number("frame", source.record.number);
-    json.text("time", to_string(source.record.time));
-    json.text("type", frame.type);
-    json.text("station", frame.station.to_string());
-    json.text("bssid", frame.bssid.to_string());
-    middle(json);
-    if (source.mac.bad_fcs) {
-        json.text("fcs", "bad");
-    }
-    if (source.mac.truncated) {
-        json.boolean("truncated", true);
-    }
-    write_error(json, frame);
-    json.open_list("elements");
-    for (const Element& element : frame.elements) {
-        write_element(json, element);
-    }
-    json.close_list();
-    json.close_object();
-    json.end();
+    write_object(os, pretty, [&](Json& json) {
+        json.text("file", to_utf8(source.file));
+        json.number("frame", source.record.number);
+        json.text("time", to_string(source.record.time));
+        json.text("type", frame.type);
+        json.text("station", frame.station.to_string());
+        json.text("bssid", frame.bssid.to_string());
+        middle(json);
+        if (source.mac.bad_fcs) {
+            json.text("fcs", "bad");
+        }
+        if (source.mac.truncated) {
+            json.boolean("truncated", true);
+        }
+        write_error(json, frame);
+        json.open_list("elements");
+        for (const Element& element : frame.elements) {
+            write_element(json, element);
+        }
+        json.close_list();
+    });
 }
 
 void write_value(Json& json, const ActionFrame::Value& value) {

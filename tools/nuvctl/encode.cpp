@@ -2,12 +2,10 @@
 #include <pcap/dlt.h>
 
 #include <CLI/CLI.hpp>
-#include <cerrno>
 #include <cstdio>
 #include <iostream>
 #include <memory>
 #include <optional>
-#include <sstream>
 #include <string>
 #include <vector>
 
@@ -15,8 +13,8 @@
 #include "command.hpp"
 #include "encode_json.hpp"
 #include "json_fields.hpp"
+#include "json_reader.hpp"
 #include "nuv/logging/clogmod_proxy.hpp"
-#include "nuv/serialization_exception.hpp"
 #include "text.hpp"
 
 namespace nuvctl {
@@ -28,76 +26,6 @@ struct Options {
     std::string format = "hex";
     std::string output = "-";
 };
-
-/// The JSON values of a text, one by one; blanks between them, or not.
-class JsonReader {
-public:
-    explicit JsonReader(const std::string& name) : file_(open_to_read(name)) {}
-
-    /// The text of the next value, as far as brackets and quotes tell where it ends; empty at the end
-    /// of the file. Throws FileError.
-    std::string next() {
-        std::string text;
-        unsigned depth = 0;
-        bool in_string = false;
-        bool escaped = false;
-        for (int c = read(); c != EOF; c = read()) {
-            if (text.empty()) {
-                if (std::isspace(c) != 0) {
-                    continue;
-                }
-                begin_ = line_;
-            }
-            text += static_cast<char>(c);
-            if (in_string) {
-                in_string = escaped || c != '"';
-                escaped = c == '\\' && !escaped;
-            } else if (c == '"') {
-                in_string = true;
-            } else if (c == '{' || c == '[') {
-                ++depth;
-            } else if ((c == '}' || c == ']') && depth > 0) {
-                --depth;
-            }
-            if (depth == 0 && !in_string) {
-                break;
-            }
-        }
-        return text;
-    }
-
-    /// The line, counted from 1, in which that text begins.
-    std::uint64_t line() const { return begin_; }
-
-private:
-    int read() {
-        line_ += last_ == '\n' ? 1U : 0U;
-        last_ = std::getc(file_.get());
-        if (last_ == EOF && std::ferror(file_.get()) != 0) {
-            throw_errno(errno);
-        }
-        return last_;
-    }
-
-    File file_;
-    std::uint64_t line_ = 1;
-    std::uint64_t begin_ = 1;
-    int last_ = 0;
-};
-
-nuv::serialization::YAJLNode parse(const std::string& text) {
-    std::istringstream is(text);
-    try {
-        return nuv::serialization::YAJLNode(is);
-    } catch (const nuv::serialization::SerializationException& error) {
-        // Behind a line of its own, the parser's reason, then what is around the place.
-        std::istringstream lines(error.what());
-        std::string reason;
-        std::getline(lines, reason);
-        std::getline(lines, reason);
-        throw FieldError(reason);
-    }
-}
 
 /// Where frames go to.
 class FrameWriter {
@@ -161,7 +89,7 @@ private:
         JsonReader reader(name);
         try {
             for (std::string text = reader.next(); !text.empty(); text = reader.next()) {
-                if (!writer.write(read_json(parse(text)))) {
+                if (!writer.write(read_json(parse_json(text)))) {
                     return false;
                 }
                 ++frames_;

@@ -12,7 +12,8 @@ namespace {
 constexpr int failure = 1;
 constexpr int usage_error = 2;
 
-constexpr auto commands = {nuvctl::add_decode, nuvctl::add_encode, nuvctl::add_address};
+constexpr auto commands = {nuvctl::add_decode,  nuvctl::add_encode,  nuvctl::add_address,
+                           nuvctl::add_channel, nuvctl::add_opclass, nuvctl::add_validate};
 
 int run(int argc, char** argv) {
     CLI::App app("Looks at stations, frames and daemons of a Wi-Fi mesh, and makes frames.",

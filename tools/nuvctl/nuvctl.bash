@@ -2,9 +2,15 @@
 _nuvctl() {
     local word=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]} words=''
     if [ "$COMP_CWORD" -eq 1 ]; then
-        words='decode encode address --help --version'
+        words='address channel decode encode opclass validate --help --version'
     elif [ "$previous" = --format ]; then
         words='hex pcap'
+    elif [ "$previous" = --region ]; then
+        words='global europe'
+    elif [ "$previous" = --band ]; then
+        words='2.4 5 6'
+    elif [ "$previous" = --width ]; then
+        words='20 40 80 160 320'
     elif [ "$previous" = --type ]; then
         words='association_request reassociation_request measurement_report neighbor_report
                btm_query btm_request btm_response'
@@ -13,6 +19,9 @@ _nuvctl() {
             decode) words='--pretty --summary --type --help' ;;
             encode) words='--format --output --help' ;;
             address) words='--contains --pretty --help' ;;
+            channel) words='--frequency --band --number --width --help' ;;
+            opclass) words='--region --table --help' ;;
+            validate) words='--help' ;;
         esac
     elif [ "${COMP_WORDS[1]}" = address ]; then
         return

@@ -11,15 +11,10 @@
 
 namespace nuvctl {
 
-/// A JSON value on a line of its own, or indented if `pretty`. Members have their name in the call,
-/// elements of a list have none. Throws nuv::serialization::SerializationException when the stream
-/// fails.
+/// A YAJLStream whose failures are exceptions and whose members have their name in the call.
 class Json {
 public:
-    explicit Json(std::ostream& os, bool pretty = false)
-        : os_(os),
-          pretty_(pretty),
-          stream_(os, static_cast<YAJLStream::YAJLIndentation>(pretty ? 2 : 0)) {}
+    explicit Json(nuv::serialization::YAJLStream& stream) : stream_(stream) {}
 
     void null(std::string_view name) { check(key(name) && stream_.write_null()); }
     void boolean(std::string_view name, bool value) {
@@ -28,9 +23,16 @@ public:
     void number(std::string_view name, std::uint64_t value) {
         check(key(name) && stream_.write_integer(value));
     }
-    /// `value` is UTF-8.
     void text(std::string_view name, std::string_view value) {
         check(key(name) && stream_.write_string(value));
+    }
+    template <class List>
+    void numbers(std::string_view name, const List& values) {
+        open_list(name);
+        for (const auto value : values) {
+            number({}, static_cast<std::uint64_t>(value));
+        }
+        close_list();
     }
     template <class T>
     void optional_number(std::string_view name, const std::optional<T>& value) {
@@ -41,16 +43,7 @@ public:
     void open_list(std::string_view name) { check(key(name) && stream_.open_array()); }
     void close_list() { check(stream_.close_array()); }
 
-    /// Ends the line.
-    void end() {
-        if (!pretty_) {
-            os_ << '\n';  // the indented form has its own
-        }
-    }
-
 private:
-    using YAJLStream = nuv::serialization::YAJLStream;
-
     bool key(std::string_view name) { return name.empty() || stream_.write_string(name); }
     static void check(bool written) {
         if (!written) {
@@ -58,9 +51,22 @@ private:
         }
     }
 
-    std::ostream& os_;
-    bool pretty_;
-    YAJLStream stream_;
+    nuv::serialization::YAJLStream& stream_;
 };
+
+/// Writes one JSON object and a newline, with the members that `write` writes; indented if `pretty`.
+template <class Write>
+void write_object(std::ostream& os, bool pretty, Write write) {
+    using nuv::serialization::YAJLStream;
+    YAJLStream stream(os, pretty ? YAJLStream::YAJLIndentation::FOUR_BLANKS
+                                 : YAJLStream::YAJLIndentation::COMPACT);
+    Json json(stream);
+    json.open_object({});
+    write(json);
+    json.close_object();
+    if (!pretty) {
+        os << '\n';
+    }
+}
 
 }  // namespace nuvctl

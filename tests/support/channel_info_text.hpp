@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <istream>
+#include <sstream>
+#include <string>
+
+#include "nuv/channel_info.hpp"
+
+namespace nuv::test {
+
+/// Reads primary frequency and centre in kHz, "-" for what was never set; of a segment also width, as
+/// "80+80", puncturing map in 16 digits, secondary centre.
+inline ChannelInfo read_channel_info(std::istream& is) {
+    ChannelInfo info;
+    std::string primary;
+    std::string center;
+    is >> primary >> center;
+    if (primary != "-") {
+        info.set_primary_frequency({KiloHertz{std::stoi(primary)}, 1});
+    }
+    if (center != "-") {
+        ChannelSegment segment{KiloHertz{std::stoi(center)}, ChannelWidth::INVALID, {}};
+        std::string width;
+        int secondary = 0;
+        is >> width >> segment.puncturing_map >> secondary;
+        string_to_enum(width + " MHz", segment.width);
+        info.set_segment({segment, 1}, KiloHertz{secondary});
+    }
+    return info;
+}
+
+/// `message` with {} in place of the text of `info`.
+inline std::string without_info(std::string message, const ChannelInfo& info) {
+    std::ostringstream os;
+    os << info;
+    const std::size_t at = message.find(os.str());
+    return at == std::string::npos ? message : message.replace(at, os.str().size(), "{}");
+}
+
+}  // namespace nuv::test

@@ -1,0 +1,159 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <CLI/CLI.hpp>
+#include <iostream>
+#include <map>
+#include <memory>
+#include <set>
+#include <sstream>
+#include <string>
+
+#include "command.hpp"
+#include "file.hpp"
+#include "json_writer.hpp"
+#include "nuv/frequency_conversion.hpp"
+#include "nuv/operating_class_deduction.hpp"
+
+namespace nuvctl {
+
+namespace {
+
+using nuv::FrequencyBand;
+using nuv::KiloHertz;
+using nuv::MegaHertz;
+using nuv::OperatingClassDeduction::OpclassDefinition;
+using nuv::OperatingClassDeduction::OpclassLookup;
+using nuv::OperatingClassDeduction::Region;
+
+struct Options {
+    std::int32_t frequency = 0;  // kHz
+    std::string band;
+    std::uint32_t number = 0;
+    std::int32_t width = 20;  // MHz
+};
+
+/// A frequency beside the raster of the band is found by the number that it has there.
+KiloHertz frequency_of(const Options& options) {
+    if (options.band.empty()) {
+        return KiloHertz{options.frequency};
+    }
+    const std::map<std::string, FrequencyBand> bands{{"2.4", FrequencyBand::BAND_2_4_GHZ},
+                                                     {"5", FrequencyBand::BAND_5_GHZ},
+                                                     {"6", FrequencyBand::BAND_6_GHZ}};
+    const FrequencyBand band = bands.at(options.band);
+    const auto number = static_cast<std::uint8_t>(options.number);
+    for (const KiloHertz apart : {KiloHertz{2'484'000}, KiloHertz{5'935'000}}) {
+        if (frequency_to_band(apart) == band && nuv::frequency_to_channel(apart) == number) {
+            return apart;
+        }
+    }
+    return channel_to_frequency(band_to_starting_frequency(band), number);
+}
+
+struct Segment {
+    std::uint8_t center = 0;
+    nuv::OperatingClassDeduction::ChannelSet channels;
+};
+
+/// The classes of a channel as primary channel of a width, and by their centre's frequency the
+/// segments that it lies in.
+struct Place {
+    std::map<KiloHertz, Segment> segments;
+    std::map<Region, nuv::OperatingClassDeduction::OpclassSet> opclasses;
+};
+
+Place place_of(KiloHertz frequency, std::int32_t width) {
+    Place place;
+    for (const Region region : {Region::GLOBAL, Region::EUROPE}) {
+        const OpclassLookup& table = get_channel_opclasses(region);
+        auto& opclasses = place.opclasses[region];
+        for (const auto& [spacing, rows] : table.get_groups()) {
+            if (frequency_to_channel_width(spacing) !=
+                frequency_to_channel_width(MegaHertz{width})) {
+                continue;
+            }
+            for (const OpclassDefinition& row : rows) {
+                const KiloHertz offset = frequency - row.starting_frequency;
+                const std::int32_t step =
+                    (table.get_channel_frequency(1, row.opclass) - row.starting_frequency).count();
+                const std::int32_t channel = offset.count() / step;
+                if (offset.count() % step != 0 || channel < 0 || channel > 255 ||
+                    !row.channels.contains(static_cast<std::uint8_t>(channel))) {
+                    continue;
+                }
+                opclasses.insert(row.opclass);
+                for (const KiloHertz center : table.get_segment_center_frequencies(
+                         static_cast<std::uint8_t>(channel), row.opclass)) {
+                    Segment& segment = place.segments[center];
+                    segment.center =
+                        static_cast<std::uint8_t>((center - row.starting_frequency).count() / step);
+                    for (int at = segment.center - width / 10 + 2; at < segment.center + width / 10;
+                         at += 4) {
+                        segment.channels.insert(static_cast<std::uint8_t>(at));
+                    }
+                }
+            }
+        }
+    }
+    return place;
+}
+
+/// The exit status.
+int run(const Options& options) {
+    const KiloHertz frequency = frequency_of(options);
+    const Place place = place_of(frequency, options.width);
+    if (place.segments.empty()) {
+        std::cerr << "nuvctl: " << frequency.count() << " kHz: no operating class has a channel of "
+                  << options.width << " MHz there\n";
+        return 1;
+    }
+    std::ostringstream band;
+    band << frequency_to_band(frequency);
+    write_object(std::cout, false, [&](Json& json) {
+        json.number("number", nuv::frequency_to_channel(frequency));
+        json.number("frequency_khz", static_cast<std::uint64_t>(frequency.count()));
+        json.text("band", band.str());
+        json.number("width_mhz", static_cast<std::uint64_t>(options.width));
+        json.numbers("opclasses_global", place.opclasses.at(Region::GLOBAL));
+        json.numbers("opclasses_europe", place.opclasses.at(Region::EUROPE));
+        json.open_list("segments");
+        for (const auto& [center, segment] : place.segments) {
+            json.open_object({});
+            json.number("center", segment.center);
+            json.number("center_frequency_khz", static_cast<std::uint64_t>(center.count()));
+            json.numbers("channels", segment.channels);
+            json.close_object();
+        }
+        json.close_list();
+    });
+    std::cout.flush();
+    return std::cout ? 0 : write_failed("-");
+}
+
+}  // namespace
+
+void add_channel(CLI::App& nuvctl, int& status) {
+    auto* command = nuvctl.add_subcommand(
+        "channel", "Tell number, frequency, operating classes and segments of a channel, as JSON");
+    auto options = std::make_shared<Options>();
+    auto* which = command->add_option_group("channel");
+    which
+        ->add_option("--frequency", options->frequency,
+                     "Centre of the primary 20 MHz channel, in kHz")
+        ->check(CLI::Range(1, 100'000'000));
+    auto* band = which->add_option("--band", options->band, "GHz of the channel's band")
+                     ->check(CLI::IsMember({"2.4", "5", "6"}));
+    which->require_option(1);
+    auto* number = command->add_option("--number", options->number, "The channel's number there")
+                       ->check(CLI::Range(1, 255));
+    band->needs(number);
+    number->needs(band);
+    command->add_option("--width", options->width, "MHz that it is the primary channel of")
+        ->check(CLI::IsMember({20, 40, 80, 160, 320}))
+        ->capture_default_str();
+    command->footer(
+        "A channel of 40 MHz in the 2.4 GHz band and one of 320 MHz may lie in two segments.\n\n"
+        "Example: nuvctl channel --band 6 --number 37 --width 320");
+    command->callback([options, &status] { status = run(*options); });
+}
+
+}  // namespace nuvctl

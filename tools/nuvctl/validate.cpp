@@ -1,0 +1,177 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <CLI/CLI.hpp>
+#include <iostream>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "command.hpp"
+#include "json_fields.hpp"
+#include "json_reader.hpp"
+#include "json_writer.hpp"
+#include "nuv/channel_entry.hpp"
+#include "nuv/channel_info.hpp"
+#include "nuv/frequency_conversion.hpp"
+#include "nuv/logging/clogger_proxy.hpp"
+#include "nuv/logging/string_to_logmask.hpp"
+#include "nuv/serialization_exception.hpp"
+#include "nuv/type_validator.hpp"
+#include "text.hpp"
+
+namespace nuvctl {
+
+namespace {
+
+using nuv::serialization::YAJLNode;
+
+class Validator {
+public:
+    Validator() {
+        // The library says in its log what is wrong.
+        const nuv::logging::CloggerProxy log({}, false, false);
+        log.config_disable_stderr();
+        log.config_add_function(
+            [](void* self, const char* text) { static_cast<Validator*>(self)->text_ = text; }, this,
+            false, nuv::logging::string_to_logmask("WARN"), CLOGGER_FIELD_NONE);
+    }
+    ~Validator() = default;
+    Validator(const Validator&) = delete;
+    Validator& operator=(const Validator&) = delete;
+
+    /// The exit status.
+    int run(const std::vector<std::string>& files) {
+        bool all_read = true;
+        for (const std::string& name : files) {
+            try {
+                validate(name);
+            } catch (const FileError& error) {
+                std::cout.flush();
+                std::cerr << "nuvctl: " << to_printable(name).text << ": "
+                          << to_printable(error.what()).text << '\n';
+                all_read = false;
+            }
+        }
+        if (all_read && documents_ == 0) {
+            std::cerr << "nuvctl: no JSON to validate\n";
+            return 1;
+        }
+        if (all_read && findings_ == 0) {
+            write_object(std::cout, false, [](Json& json) { json.boolean("valid", true); });
+        }
+        std::cout.flush();
+        return !std::cout ? write_failed("-") : all_read && findings_ == 0 ? 0 : 1;
+    }
+
+private:
+    void validate(const std::string& name) {
+        JsonReader reader(name);
+        for (std::string text = reader.next(); !text.empty(); text = reader.next()) {
+            const auto fail = [&](const char* reason) {
+                throw FileError("line " + std::to_string(reader.line()) + ": " + reason);
+            };
+            ++documents_;
+            try {
+                YAJLNode document = parse_json(text);
+                for (const Finding& finding : findings_in(document)) {
+                    ++findings_;
+                    write(finding, name, reader.line());
+                }
+            } catch (const FieldError& error) {
+                fail(error.what());
+            } catch (const nuv::serialization::SerializationException& error) {
+                fail(error.what());
+            }
+        }
+    }
+
+    struct Finding {
+        std::string about;
+        std::string text;
+    };
+
+    /// What is wrong with a list, an entry or an info, whichever its members tell it is.
+    std::vector<Finding> findings_in(YAJLNode& document) {
+        std::vector<Finding> findings;
+        for (const char* key : {"channels", "channles"}) {
+            if (document.probe_name(key)) {
+                YAJLNode list;
+                std::uint32_t size = 0;
+                if (!document.get_array(key, list) || !list.get_array_size(size)) {
+                    throw FieldError(std::string(key) + ": not a list");
+                }
+                for (std::uint32_t i = 0; i < size; ++i) {
+                    YAJLNode element;
+                    list.get_array_element(i, element);
+                    check_entry(element, findings);
+                }
+                return findings;
+            }
+        }
+        if (document.probe_name("channel")) {
+            check_entry(document, findings);
+        } else if (document.probe_name("primary_freq") || document.probe_name("primary_center")) {
+            nuv::ChannelInfo info;
+            check(read(document, info), "channel info", findings);
+        } else {
+            throw FieldError("no channel list, channel entry or channel info");
+        }
+        return findings;
+    }
+
+    void check_entry(YAJLNode& node, std::vector<Finding>& findings) {
+        nuv::ChannelEntry entry;
+        read(node, entry);
+        // JSON does not tell the capabilities, so their absence is no finding.
+        entry.set_capability_flags(channel_width_capability_bits(nuv::ChannelWidth::HT20));
+        check(entry,
+              "channel " + std::to_string(entry.get_channel()) + " at " +
+                  std::to_string(entry.get_frequency().count()) + " kHz",
+              findings);
+    }
+
+    template <class T>
+    static const T& read(YAJLNode& node, T& value) {
+        nuv::serialization::SerializationContext ctx;
+        value.deserialize_impl(node, ctx);
+        return value;
+    }
+
+    template <class T>
+    void check(const T& value, const std::string& about, std::vector<Finding>& findings) {
+        text_.clear();
+        if (!is_valid(value)) {
+            findings.push_back({about, text_});
+        }
+    }
+
+    static void write(const Finding& finding, const std::string& file, std::uint64_t line) {
+        write_object(std::cout, false, [&](Json& json) {
+            json.boolean("valid", false);
+            json.text("file", to_utf8(file));
+            json.number("line", line);
+            json.text("about", finding.about);
+            // Of channel 0 the validator says nothing.
+            finding.text.empty() ? json.null("text") : json.text("text", finding.text);
+        });
+    }
+
+    std::string text_;  // of the last record
+    std::uint64_t documents_ = 0;
+    std::uint64_t findings_ = 0;
+};
+
+}  // namespace
+
+void add_validate(CLI::App& nuvctl, int& status) {
+    auto* command = nuvctl.add_subcommand(
+        "validate", "Check channel lists, entries and infos in JSON: one JSON object a finding");
+    auto files = std::make_shared<std::vector<std::string>>(1, "-");
+    command->add_option("FILE", *files, "JSON, - is standard input")->capture_default_str();
+    command->footer(
+        "Capabilities of an entry are not in its JSON and not looked at. Exit status 1 if anything "
+        "is wrong.\n\n"
+        "Example: echo '{\"channel\":36,\"frequency\":5200000}' | nuvctl validate");
+    command->callback([files, &status] { status = Validator().run(*files); });
+}
+
+}  // namespace nuvctl
