@@ -5,6 +5,7 @@
 
 #include <sstream>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "nuv/channel_entry.hpp"
@@ -85,15 +86,12 @@ TEST(TypeValidator, SetsAddressesAndRates) {
 }
 
 TEST(TypeValidator, ChannelSetsOfGlobalClasses) {
-    const struct {
-        std::uint8_t opclass;
-        Channels channels;
-        bool all, center, definition;
-    } table[] = {{115, {36, 48}, true, true, true},    {115, {36, 52}, false, false, false},
-                 {116, {36, 44}, true, false, true},   {116, {38, 46}, false, true, false},
-                 {128, {36, 177}, true, false, false}, {128, {42, 171}, false, true, true},
-                 {124, {}, false, false, false},       {125, {}, true, true, true},
-                 {129, {132}, false, false, false}};
+    const std::tuple<std::uint8_t, Channels, bool, bool, bool> table[] = {
+        {115, {36, 48}, true, true, true},    {115, {36, 52}, false, false, false},
+        {116, {36, 44}, true, false, true},   {116, {38, 46}, false, true, false},
+        {128, {36, 177}, true, false, false}, {128, {42, 171}, false, true, true},
+        {124, {}, false, false, false},       {125, {}, true, true, true},
+        {129, {132}, false, false, false}};
     for (const auto& [opclass, channels, all, center, definition] : table) {
         EXPECT_EQ(is_valid_global_operating_class_channelset(opclass, channels), all);
         EXPECT_EQ(is_valid_global_operating_class_center_channelset(opclass, channels), center);
