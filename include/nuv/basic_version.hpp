@@ -59,10 +59,10 @@ NUV_EXPORT std::ostream& operator<<(std::ostream& os, const BasicVersion& versio
 template <>
 struct std::hash<nuv::BasicVersion> {
     std::size_t operator()(const nuv::BasicVersion& version) const noexcept {
-        std::uint64_t number = 0;
+        std::size_t value = 0;
         for (std::size_t i = 0; i < nuv::BasicVersion::MAX_COMPONENTS; ++i) {
-            number = number << 16U | version[i];
+            value = value * 16777619U + version[i];
         }
-        return std::hash<std::uint64_t>()(number);
+        return value;
     }
 };
