@@ -27,8 +27,10 @@
 
 namespace nuv {
 
+// Exported as template arguments: clang gives a template no more visibility than they have.
+
 /// What a chassis identifier is. Texts are those of the LLDP MIB: "chassisComponent" and so on.
-enum class ChassisIDSubtype : std::uint8_t {
+enum class NUV_EXPORT ChassisIDSubtype : std::uint8_t {
     CHASSIS_COMPONENT = 1,
     INTERFACE_ALIAS = 2,
     PORT_COMPONENT = 3,
@@ -42,7 +44,7 @@ NUV_EXPORT bool string_to_enum(std::string_view text, ChassisIDSubtype& out);
 NUV_EXPORT std::ostream& operator<<(std::ostream& os, ChassisIDSubtype value);
 
 /// What a port identifier is. The numbers are not those of a chassis.
-enum class PortIDSubtype : std::uint8_t {
+enum class NUV_EXPORT PortIDSubtype : std::uint8_t {
     INTERFACE_ALIAS = 1,
     PORT_COMPONENT = 2,
     MAC_ADDRESS = 3,
@@ -78,7 +80,7 @@ public:
     LLDPIdentifier() : LLDPIdentifier(of_mac_address(MACAddress())) {}
     /// Throws std::invalid_argument unless they are well formed.
     LLDPIdentifier(Subtype subtype, std::span<const std::uint8_t> octets);
-    /// Throws std::invalid_argument for anything but the text form.
+    /// Throws std::invalid_argument when parse_string() would refuse `text`.
     explicit LLDPIdentifier(std::string_view text);
     /// Throws std::invalid_argument unless `value` is the text of that subtype's octets, which is
     /// what stands behind the "=".
@@ -97,7 +99,7 @@ public:
 
     std::string to_string() const;
     std::string value_to_string() const;
-    /// Returns false, and stays what it was, where the constructor throws.
+    /// Returns false, and stays what it was, for anything but the text form.
     bool parse_string(std::string_view text);
 
     bool operator==(const LLDPIdentifier& other) const noexcept {
@@ -137,14 +139,14 @@ public:
     DeviceID() = default;
     DeviceID(const ChassisID& chassis_id, const PortID& port_id)
         : chassis_id_(chassis_id), port_id_(port_id) {}
-    /// Throws std::invalid_argument for anything but the text form.
+    /// Throws std::invalid_argument when parse_string() would refuse `text`.
     explicit DeviceID(std::string_view text);
 
     const ChassisID& get_chassis_id() const noexcept { return chassis_id_; }
     const PortID& get_port_id() const noexcept { return port_id_; }
 
     std::string to_string() const;
-    /// Returns false, and stays what it was, where the constructor throws.
+    /// Returns false, and stays what it was, for anything but the text form.
     bool parse_string(std::string_view text);
 
     bool operator==(const DeviceID& other) const noexcept {

@@ -92,17 +92,6 @@ std::string problem_of(Subtype subtype, std::span<const std::uint8_t> octets) {
 
 constexpr char SEPARATOR = ' ';
 
-/// Returns false, and leaves `value`, where the constructor from `text` throws.
-template <class Value>
-bool assign_of_text(Value& value, std::string_view text) {
-    try {
-        value = Value(text);
-        return true;
-    } catch (const std::invalid_argument&) {
-        return false;
-    }
-}
-
 /// Whether a character stands for itself: not what separates, nor what introduces a number.
 bool is_plain(char c) { return c > ' ' && c < 0x7F && c != '\\'; }
 
@@ -155,11 +144,9 @@ LLDPIdentifier<SubtypeEnum>::LLDPIdentifier(Subtype subtype, std::span<const std
 
 template <class SubtypeEnum>
 LLDPIdentifier<SubtypeEnum>::LLDPIdentifier(std::string_view text) {
-    const std::size_t equals = text.find('=');
-    if (equals == std::string_view::npos || !string_to_enum(text.substr(0, equals), subtype_)) {
+    if (!parse_string(text)) {
         throw_no_valid_text(text, TYPE_NAME);
     }
-    *this = of_value_text(subtype_, text.substr(equals + 1));
 }
 
 template <class SubtypeEnum>
@@ -236,7 +223,17 @@ std::string LLDPIdentifier<SubtypeEnum>::to_string() const {
 
 template <class SubtypeEnum>
 bool LLDPIdentifier<SubtypeEnum>::parse_string(std::string_view text) {
-    return assign_of_text(*this, text);
+    const std::size_t equals = text.find('=');
+    Subtype subtype{};
+    if (equals == std::string_view::npos || !string_to_enum(text.substr(0, equals), subtype)) {
+        return false;
+    }
+    try {
+        *this = of_value_text(subtype, text.substr(equals + 1));
+    } catch (const std::invalid_argument&) {
+        return false;
+    }
+    return true;
 }
 
 template <class SubtypeEnum>
@@ -284,15 +281,27 @@ template class LLDPIdentifier<PortIDSubtype>;
 std::ostream& operator<<(std::ostream& os, const ChassisID& id) { return os << id.to_string(); }
 std::ostream& operator<<(std::ostream& os, const PortID& id) { return os << id.to_string(); }
 
-DeviceID::DeviceID(std::string_view text)
-    : chassis_id_(text.substr(0, text.find(SEPARATOR))),
-      port_id_(text.substr(std::min(text.find(SEPARATOR), text.size() - 1) + 1)) {}
+DeviceID::DeviceID(std::string_view text) {
+    if (!parse_string(text)) {
+        throw_no_valid_text(text, "DeviceID");
+    }
+}
 
 std::string DeviceID::to_string() const {
     return chassis_id_.to_string() + SEPARATOR + port_id_.to_string();
 }
 
-bool DeviceID::parse_string(std::string_view text) { return assign_of_text(*this, text); }
+bool DeviceID::parse_string(std::string_view text) {
+    const std::size_t separator = text.find(SEPARATOR);
+    DeviceID read;
+    if (separator == std::string_view::npos ||
+        !read.chassis_id_.parse_string(text.substr(0, separator)) ||
+        !read.port_id_.parse_string(text.substr(separator + 1))) {
+        return false;
+    }
+    *this = read;
+    return true;
+}
 
 void DeviceID::serialize_impl(std::ostream& os, SerializationContext& ctx) const {
     chassis_id_.serialize_impl(os, ctx);

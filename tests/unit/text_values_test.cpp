@@ -179,6 +179,8 @@ TEST(TextValue, SaysWhatIsWrongWithItsJson) {
     EXPECT_EQ(version.to_string(), "0");
     EXPECT_EQ(message_of<std::invalid_argument>([] { return TarvuAddress("a b").to_string(); }),
               "'a b' is no valid TarvuAddress string");
+    EXPECT_EQ(message_of<std::invalid_argument>([] { return DeviceID("local=a").to_string(); }),
+              "'local=a' is no valid DeviceID string");
 }
 
 TEST(BasicVersion, IsMadeOfOneToFourNumbers) {

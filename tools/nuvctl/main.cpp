@@ -16,8 +16,9 @@ constexpr auto commands = {nuvctl::add_decode,  nuvctl::add_encode,  nuvctl::add
                            nuvctl::add_channel, nuvctl::add_opclass, nuvctl::add_validate};
 
 int run(int argc, char** argv) {
-    CLI::App app("Looks at stations, frames and daemons of a Wi-Fi mesh, and makes frames.",
-                 "nuvctl");
+    CLI::App app(
+        "Looks at stations, frames, channels and addresses of a Wi-Fi mesh, and makes frames.",
+        "nuvctl");
     app.set_version_flag("--version", "nuvctl " NUVCTL_VERSION);
     app.set_help_all_flag("--help-all", "Print the help of every sub-command too and exit");
     app.footer(
