@@ -38,7 +38,10 @@ public:
     std::string to_string() const;
 
     bool operator==(const TarvuAddress&) const = default;
-    std::strong_ordering operator<=>(const TarvuAddress&) const = default;
+    std::strong_ordering operator<=>(const TarvuAddress& other) const noexcept {
+        const auto by_name = name_ <=> other.name_;
+        return std::is_neq(by_name) ? by_name : device_ <=> other.device_;
+    }
 
 private:
     std::string name_;
