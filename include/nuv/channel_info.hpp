@@ -64,7 +64,8 @@ public:
     /// taken along with a segment, not for their own sake.
     void update(const ChannelInfo& other);
     /// False if equivalent, else whether the newest of other's fields is newer than the newest of
-    /// ours.
+    /// ours. NaN is equivalent to nothing: with that power on both sides it may stay true although
+    /// update() finds nothing to take.
     bool can_update_from(const ChannelInfo& other) const;
     /// Equal but for the time stamps.
     bool equivalent_to(const ChannelInfo& other) const;

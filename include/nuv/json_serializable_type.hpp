@@ -223,8 +223,10 @@ struct JSONSerializableType<std::vector<T>> {
                 impl::throw_json_read_failed("std::vector", key);
             }
         }
+        // More than that only as elements turn out to be some.
+        constexpr std::uint32_t MAX_RESERVED = 256;
         std::vector<T> fresh;
-        fresh.reserve(size);
+        fresh.reserve(std::min(size, MAX_RESERVED));
         YAJLNode element;
         for (std::uint32_t i = 0; array.get_array_element(i, element); ++i) {
             fresh.push_back(JSONSerializeFactory<T>::make_default(element, ctx, {}));

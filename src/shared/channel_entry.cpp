@@ -2,12 +2,14 @@
 #include "nuv/channel_entry.hpp"
 
 #include <algorithm>
-#include <optional>
+#include <cstddef>
+#include <locale>
 #include <ostream>
 #include <sstream>
 #include <string>
 #include <string_view>
 #include <tuple>
+#include <utility>
 #include <vector>
 
 #include "json_nullable.hpp"
@@ -18,7 +20,6 @@ namespace nuv {
 
 using serialization::if_set;
 using serialization::JSONSerializer;
-using serialization::Nullable;
 using serialization::SerializationContext;
 using serialization::YAJLNode;
 using serialization::YAJLStream;
@@ -142,9 +143,8 @@ bool ChannelEntry::operator==(const ChannelEntry& other) const {
 }
 
 void ChannelEntry::serialize_impl(YAJLStream& stream, SerializationContext& ctx) const {
-    const auto write = [&]<typename T>(std::string_view key, std::optional<T> value) {
-        JSONSerializer::serialize_impl(stream, ctx, key,
-                                       Nullable<T>{std::move(value), "ChannelEntry", key, ""});
+    const auto write = [&](std::string_view key, auto value) {
+        write_nullable(stream, ctx, "ChannelEntry", "", key, std::move(value));
     };
     JSONSerializer::serialize_impl(stream, ctx, "channel", channel_, "frequency", frequency_);
     write("config_flags", if_set(config_flags_, names_of));
@@ -171,6 +171,7 @@ void ChannelEntry::deserialize_impl(YAJLNode& node, SerializationContext& ctx) {
 
 std::ostream& operator<<(std::ostream& os, const ChannelEntry& entry) {
     std::ostringstream text;
+    text.imbue(std::locale::classic());
     text << ' ' << int{entry.get_channel()} << " | " << entry.get_frequency().count() << " kHz | "
          << entry.get_max_regulatory_power().get() << " | " << entry.get_capability_flags() << " | "
          << entry.get_state_flags().get() << " | " << entry.get_config_flags().get() << " | "

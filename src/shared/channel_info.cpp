@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <locale>
 #include <optional>
 #include <ostream>
 #include <sstream>
@@ -20,8 +21,6 @@
 namespace nuv {
 
 using serialization::if_set;
-using serialization::JSONSerializer;
-using serialization::Nullable;
 using serialization::SerializationContext;
 using serialization::SerializationException;
 using serialization::YAJLNode;
@@ -133,9 +132,8 @@ void ChannelInfo::update(const ChannelInfo& other) {
 }
 
 void ChannelInfo::serialize_impl(YAJLStream& stream, SerializationContext& ctx) const {
-    const auto write = [&]<typename T>(std::string_view key, std::optional<T> value) {
-        JSONSerializer::serialize_impl(stream, ctx, key,
-                                       Nullable<T>{std::move(value), "ChannelInfo", key, "."});
+    const auto write = [&](std::string_view key, auto value) {
+        write_nullable(stream, ctx, "ChannelInfo", ".", key, std::move(value));
     };
     const auto map_of = [](const ChannelSegment& segment) {
         return static_cast<std::uint16_t>(segment.puncturing_map.to_ulong());
@@ -181,6 +179,7 @@ void ChannelInfo::deserialize_impl(YAJLNode& node, SerializationContext& ctx) {
 std::ostream& operator<<(std::ostream& os, const ChannelInfo& info) {
     constexpr const char* UNSET = "---";
     std::ostringstream text;
+    text.imbue(std::locale::classic());
     text << "primary frequency: "
          << if_set(info.get_primary_frequency(), text_with_channel).value_or(UNSET)
          << ", segment info: ";

@@ -10,6 +10,7 @@
 #include <string>
 #include <string_view>
 #include <type_traits>
+#include <utility>
 
 #include "nuv/dynamic_value.hpp"
 #include "nuv/json_serializer.hpp"
@@ -26,8 +27,7 @@ auto if_set(const DynamicValue<T, Strategy>& field, Projection projection) {
                           : std::nullopt;
 }
 
-/// The value of the member `key` of an `owner`, null where there is none. `end` closes the message
-/// of a null that is refused.
+/// What write_nullable() writes behind the key.
 template <typename T>
 struct Nullable {
     std::optional<T> value;
@@ -51,6 +51,14 @@ struct JSONSerializableType<Nullable<T>> {
         }
     }
 };
+
+/// Writes the member `key` of an `owner`; `end` closes the message of a null that is refused.
+template <typename T>
+void write_nullable(YAJLStream& stream, SerializationContext& ctx, std::string_view owner,
+                    std::string_view end, std::string_view key, std::optional<T> value) {
+    JSONSerializer::serialize_impl(stream, ctx, key,
+                                   Nullable<T>{std::move(value), owner, key, end});
+}
 
 /// Reads the member `key` into `value`; false, and nothing else, where it is absent or null.
 template <typename T>

@@ -26,7 +26,7 @@ struct TestClock {
 
 inline constexpr std::int64_t NEVER = ChannelEntry::Power::NEVER_SET;
 
-/// A channel with these flags, of a time long ago, and nothing else.
+/// A channel with these capabilities; the rest was never set.
 inline ChannelEntry channel(std::uint8_t number, std::int32_t khz, unsigned capabilities = 1) {
     return {number, KiloHertz{khz}, capabilities, {}, {}, {}, {}, {}};
 }

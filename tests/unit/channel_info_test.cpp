@@ -3,7 +3,9 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <stdexcept>
+#include <tuple>
 
 #include "nuv/frequency_conversion.hpp"
 #include "nuv_platform/fake.hpp"
@@ -45,6 +47,28 @@ TEST(ChannelInfo, SecondaryCentersAloneAreNeverTakenAlthoughItSaysSo) {
     EXPECT_EQ(info, before);
 }
 
+TEST(ChannelInfo, PowersThatAreNoNumbersNeverAgreeAlthoughNothingIsLeftToTake) {
+    const ChannelInfo other(frequency(5180000, 9), {}, {}, {std::nanf(""), 1});
+    ChannelInfo info(frequency(5180000, 1), {}, {}, {std::nanf(""), 1});
+    info.update(other);
+    EXPECT_TRUE(info.can_update_from(other));
+    EXPECT_EQ(info.get_primary_frequency(), frequency(5180000, 1));
+}
+
+TEST(ChannelInfo, SettersTakeWhatIsNewerAndDiffers) {
+    ChannelInfo info;
+    for (const auto& [value, at, expected] : {std::tuple(20, 5, frequency(20, 5)),
+                                              {30, 5, frequency(20, 5)},
+                                              {30, 4, frequency(20, 5)},
+                                              {20, 6, frequency(20, 5)},
+                                              {30, 6, frequency(30, 6)}}) {
+        info.set_primary_frequency(frequency(value, at));
+        info.set_max_regulatory_power({static_cast<float>(value), at});
+        EXPECT_EQ(info.get_primary_frequency(), expected);
+        EXPECT_EQ(info.get_max_regulatory_power().get_timestamp(), expected.get_timestamp());
+    }
+}
+
 TEST(ChannelInfo, EquivalentReportsAndOlderOnesAreNotTaken) {
     const ChannelInfo info(frequency(5180000, 5), segment(5180000, HT20, 5), {}, {20, 5});
     const ChannelInfo same(frequency(5180000, 9), segment(5180000, HT20, 9), {}, {20, 9});
@@ -68,6 +92,10 @@ TEST(ChannelInfo, NewestReportOverwritesAlsoWithOlderValuesAndLogsThem) {
     info.update(newest);
     EXPECT_FALSE(info.get_primary_segment().is_set() || info.get_max_regulatory_power().is_set());
     EXPECT_EQ(info.get_secondary_center_frequency(), KiloHertz());
+    // Of the same time: nothing to tell.
+    info.update(
+        ChannelInfo(frequency(5300000, 5'000'000'000), segment(1, HT20, 6'000'000'000), {}, {}));
+    EXPECT_EQ(info.get_primary_frequency().get(), KiloHertz{5300000});
     EXPECT_EQ(
         platform.log().texts(),
         (std::vector<std::string>{
@@ -95,20 +123,14 @@ TEST(ChannelInfo, SecondaryCenterIsHeldFor80Plus80Alone) {
         EXPECT_EQ(info, made);
         EXPECT_EQ(info.get_secondary_center_frequency().count(), width == HT8080 ? 5775000 : 0);
     }
+    // of a segment that was never set, none is told
+    EXPECT_NE(to_json(ChannelInfo({}, segment(1, HT8080, NEVER), KiloHertz{2}, {}))
+                  .find(R"("secondary_center":null)"),
+              std::string::npos);
     ChannelInfo primary(frequency(5180000, 5), {20, 1});
     EXPECT_EQ(primary.get_primary_segment(), segment(5180000, HT20, 5));
     primary.reset();
     EXPECT_EQ(primary, ChannelInfo());
-}
-
-TEST(ChannelInfo, TextHasNoSeparatorBeforeTheSecondaryCenter) {
-    std::ostringstream os;
-    os << ChannelInfo({}, segment(5210000, HT8080), KiloHertz{5775000}, {20.5, 1});
-    EXPECT_EQ(
-        os.str(),
-        "primary frequency: ---, segment info: primary center: 5210000 kHz (channel 42), "
-        "channel width: 80+80 MHzsecondary center: 5775000 kHz (channel 155), puncturing map: "
-        "0000000000000000, max power: 20.5 dBm");
 }
 
 TEST(ChannelInfo, WhatIsReadReplacesEverythingAndIsStampedWithTheTime) {

@@ -72,8 +72,11 @@ TEST(ChannelList, FlagsAreSetAndResetThroughout) {
     const TestClock clock(10);
     ChannelList channels = list({36, 40, 44});
     channels.set_performance_opt_flag(36, 40, true);
+    channels.get_channel_entry(KiloHertz{5200000})->set_remote_disturber(true);
+    channels.get_channel_entry(KiloHertz{5200000})->set_state_flags({1, 10});
     ChannelList others = list({100, 104, 108});
     others.set_performance_opt_flag(0, 104, true);
+    others.get_channel_entry(KiloHertz{5520000})->set_remote_disturber(true);
     EXPECT_FALSE(channels.channel_configuration_equivalent_to(list({36})));
     EXPECT_TRUE(channels.channel_configuration_equivalent_to(others));
     TestClock::now = 11;
@@ -82,6 +85,8 @@ TEST(ChannelList, FlagsAreSetAndResetThroughout) {
     EXPECT_FALSE(channels.channel_configuration_equivalent_to(others));
     const auto& entries = channels.get_channels();
     EXPECT_EQ(entries[0].get_config_flags(), ChannelEntry::ConfigFlags(0b10, 10));
+    EXPECT_EQ(entries[1].get_config_flags(), ChannelEntry::ConfigFlags(0b11, 10));
+    EXPECT_EQ(entries[1].get_state_flags(), ChannelEntry::StateFlags(1, 10));
     EXPECT_EQ(entries[2].get_config_flags(), ChannelEntry::ConfigFlags(0, 11));
     EXPECT_EQ(entries[0].get_state_flags(), ChannelEntry::StateFlags(0, 11));
 

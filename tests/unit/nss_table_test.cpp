@@ -16,8 +16,6 @@ TEST(NSSTable, MergeAndIntersectAreTheGreaterAndTheSmaller) {
     for (int i = 0; i < 2000; ++i) {
         const NSSTable a = random.nss();
         const NSSTable b = random.nss();
-        EXPECT_EQ(a.merge(b), b.merge(a));
-        EXPECT_EQ(a.intersect(b), b.intersect(a));
         EXPECT_EQ(a.merge(a.intersect(b)), a);
         EXPECT_EQ(a.intersect(b) == b, a.merge(b) == a);
     }

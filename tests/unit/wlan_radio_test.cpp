@@ -23,9 +23,22 @@ TEST(WLANRadio, UpdateAddsAbilitiesAndNeverReplacesTheIdentifier) {
     radio.update(other);
     EXPECT_EQ(radio, WLANRadio({id, 1}, {wide, 4}, {wide, 1}, 0b0111, 0b1,
                                ChannelList({channel(1, 2412000), channel(6, 2437000)})));
-    EXPECT_TRUE(radio.shares_channel_with(other) && !radio.equivalent_to(other));
-    EXPECT_TRUE(WLANRadio({id, 1}).equivalent_to(WLANRadio({id, 2})));
-    EXPECT_FALSE(WLANRadio({id, 1}) == WLANRadio({id, 2}));
+    EXPECT_TRUE(radio.shares_channel_with(other));
+}
+
+TEST(WLANRadio, EveryFieldCountsForEquivalenceTheTimesDoNot) {
+    const MACAddress id({2, 0, 0, 0, 0, 1});
+    const WLANRadio radio({id, 1});
+    EXPECT_TRUE(radio.equivalent_to(WLANRadio({id, 2})) && !(radio == WLANRadio({id, 2})));
+    const NSSTable nss(ChannelWidth::HT20, 1);
+    const ChannelList channels({channel(1, 2412000)});
+    for (const WLANRadio& other :
+         {WLANRadio({MACAddress(), 1}), WLANRadio({id, NEVER}),
+          WLANRadio({id, 1}, nss, {}, 0, 0, {}), WLANRadio({id, 1}, {}, nss, 0, 0, {}),
+          WLANRadio({id, 1}, {}, {}, 1, 0, {}), WLANRadio({id, 1}, {}, {}, 0, 1, {}),
+          WLANRadio({id, 1}, {}, {}, 0, 0, channels)}) {
+        EXPECT_FALSE(radio.equivalent_to(other));
+    }
 }
 
 }  // namespace nuv::test
