@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // Deduction of the operating class of a channel, by its width. The floor is a walk by hand over a
-// plain array of the frequencies that belong to each class, which knows the width's classes already
-// and no behaviors. The counter tells the allocations of one deduction.
+// plain array of runs of frequencies, one or a few for each class, which knows no behaviors and not
+// every class. The counter tells the allocations of one deduction.
 #include <benchmark/benchmark.h>
 
 #include <cstdint>

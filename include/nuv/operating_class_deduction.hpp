@@ -80,13 +80,14 @@ public:
     /// Frequency of the number on the raster of the class, be it one of its channels or not.
     KiloHertz get_channel_frequency(std::uint8_t channel, std::uint8_t opclass) const;
 
-    /// Number of a channel of the class, or of a centre. Throws std::invalid_argument for every
-    /// other frequency.
+    /// Number of one of the class's `channels` or `center_channels`. Throws std::invalid_argument
+    /// for every other frequency.
     std::uint8_t get_channel_from_frequency(KiloHertz frequency, std::uint8_t opclass) const;
 
     /// Centres of the segments that hold the channel; of the 320 MHz segments, which overlap, there
-    /// may be two. A centre belongs to its own segment. Throws std::invalid_argument if there is
-    /// none, and for a 40 MHz class that has neither centres nor a behavior.
+    /// may be two. One of `center_channels` belongs to its own segment; a class without them has
+    /// segments for its primary channels alone. Throws std::invalid_argument if there is none, and
+    /// for a 40 MHz class that has neither centres nor a behavior.
     SmallVector<KiloHertz, 2> get_segment_center_frequencies(std::uint8_t channel,
                                                              std::uint8_t opclass) const;
 
@@ -103,16 +104,16 @@ public:
 
     ChannelSet get_all_opclass_channels(std::uint8_t opclass) const;
 
-    /// The 20 MHz channels of the one segment that holds the channel. Throws std::invalid_argument
-    /// if there is none or more than one.
+    /// The 20 MHz channels of the one segment that holds the channel, as above. Throws
+    /// std::invalid_argument if there is none or more than one.
     ChannelSet get_segment_opclass_channels(std::uint8_t channel, std::uint8_t opclass) const;
 
     OpclassSet get_all_region_opclasses() const;
 
     bool is_secondary_segment(std::uint8_t opclass) const;
 
-    /// The first class, by spacing and then in the order of the table, with a channel or centre of
-    /// that frequency and width: 0 for none. A class with a primary channel's behavior must have it
+    /// The first class, by spacing and then in the order of the table, that has that frequency among
+    /// its `channels` or `center_channels` and that width: 0 for none. A class with a primary channel's behavior must have it
     /// in common with `behaviors`, any other matches whatever they are. 80+80 MHz finds classes of
     /// secondary segments, 80 MHz the others.
     std::uint8_t get_opclass(ChannelWidth width, KiloHertz frequency,

@@ -23,7 +23,8 @@ public:
         using difference_type = std::ptrdiff_t;
         using reference = T;
         using pointer = const T*;
-        using iterator_category = std::input_iterator_tag;  // of old; forward by concept
+        using iterator_category = std::input_iterator_tag;  // of old: it refers to no element
+        using iterator_concept = std::forward_iterator_tag;
 
         constexpr const_iterator() = default;
         constexpr const_iterator(const SmallSet& set, std::size_t from)

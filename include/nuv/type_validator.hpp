@@ -4,13 +4,13 @@
 #include <bitset>
 #include <concepts>
 #include <cstdint>
-#include <span>
 #include <utility>
 
 #include "nuv/channel_types.hpp"
 #include "nuv/export.hpp"
 #include "nuv/ieee802_11_codes.hpp"
 #include "nuv/mac_address.hpp"
+#include "nuv/operating_class_deduction.hpp"
 #include "nuv/type_with_ratio.hpp"
 #include "nuv/wlan_types.hpp"
 
@@ -88,12 +88,12 @@ constexpr bool is_valid_link_id(std::uint8_t value) noexcept { return value <= 1
 NUV_EXPORT bool is_valid_global_operating_class(std::uint8_t opclass);
 /// Whether it has the class, and the class has every one of the channels; its centres; the channels
 /// that Annex E defines it by, which for wide classes are the centres.
-NUV_EXPORT bool is_valid_global_operating_class_channelset(std::uint8_t opclass,
-                                                           std::span<const std::uint8_t> channels);
+NUV_EXPORT bool is_valid_global_operating_class_channelset(
+    std::uint8_t opclass, const OperatingClassDeduction::ChannelSet& channels);
 NUV_EXPORT bool is_valid_global_operating_class_center_channelset(
-    std::uint8_t opclass, std::span<const std::uint8_t> channels);
+    std::uint8_t opclass, const OperatingClassDeduction::ChannelSet& channels);
 NUV_EXPORT bool is_valid_global_operating_class_definition_channelset(
-    std::uint8_t opclass, std::span<const std::uint8_t> channels);
+    std::uint8_t opclass, const OperatingClassDeduction::ChannelSet& channels);
 
 /// From 1 to 8 streams at most.
 NUV_EXPORT bool is_valid(const NSSTable& table) noexcept;
@@ -108,8 +108,8 @@ NUV_EXPORT bool is_valid(const ChannelEntry& entry);
 /// Every entry is.
 NUV_EXPORT bool is_valid(const ChannelList& list);
 /// The info has an operating class, punctures nothing beyond its segment and not its primary
-/// channel, and its frequencies are those of the class: the centre one of a segment that holds the
-/// primary channel. A segment that was never set is not looked at.
+/// channel, and its frequencies are those of the class: the primary one a channel, the centres those
+/// of any segment. A segment that was never set is not looked at.
 NUV_EXPORT bool is_valid(const ChannelInfo& info);
 
 }  // namespace nuv

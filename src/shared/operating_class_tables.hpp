@@ -2,6 +2,7 @@
 #pragma once
 
 #include <algorithm>
+#include <array>
 #include <initializer_list>
 #include <iterator>
 
@@ -143,12 +144,14 @@ constexpr std::initializer_list<OpclassDefinition> EUROPE_CLASSES = {
 struct Band {
     KiloHertz first_start, last_start;            ///< starting frequencies of its classes
     std::int32_t lower_edge = 0, upper_edge = 0;  ///< kHz
+    std::array<MegaHertz, 3> narrow{};            ///< spacings of its classes that are not wide
 };
 inline constexpr Band BANDS[] = {
-    {START_2_4, START_2_4_JAPAN, 2'400'000, 2'495'000},
-    {START_5, START_5_ITS, 5'170'000, 5'925'000},
-    {START_6_CHANNEL_2, START_6, 5'925'000, 7'125'000},
-    {START_60, START_60, 57'240'000, 70'200'000},
+    {START_2_4, START_2_4, 2'400'000, 2'483'000, {MHZ_25}},
+    {START_2_4_JAPAN, START_2_4_JAPAN, 2'474'000, 2'495'000, {MHZ_25}},
+    {START_5, START_5_ITS, 5'170'000, 5'925'000, {MHZ_5, MHZ_10, MHZ_20}},
+    {START_6_CHANNEL_2, START_6, 5'925'000, 7'125'000, {MHZ_20}},
+    {START_60, START_60, 57'240'000, 70'200'000, {MHZ_2160}},
 };
 
 consteval bool spacing_has_its_centers(const OpclassDefinition& row) {
@@ -204,6 +207,9 @@ consteval bool lies_in_its_band(const OpclassDefinition& row) {
     };
     // Wide channels are tried by their centres; the channels in them are 20 MHz wide.
     const bool wide = row.channel_spacing >= MHZ_40 && row.channel_spacing <= MHZ_320;
+    if (!wide && std::ranges::find(band->narrow, row.channel_spacing) == band->narrow.end()) {
+        return false;
+    }
     for (const std::uint8_t channel : row.channels) {
         const int side = row.behaviors == LOWER ? 2 : row.behaviors == UPPER ? -2 : 0;
         if (!fits(channel + side, wide && side == 0 ? 20'000 : spacing)) {
@@ -214,12 +220,26 @@ consteval bool lies_in_its_band(const OpclassDefinition& row) {
                                [&](std::uint8_t center) { return fits(center, spacing); });
 }
 
+/// The primary channels below have the same centres as those above.
+consteval bool sides_have_the_same_centers(const OpclassDefinition& lower,
+                                           std::initializer_list<OpclassDefinition> rows) {
+    ChannelSet upper_channels;
+    for (const std::uint8_t channel : lower.channels) {
+        upper_channels.insert(static_cast<std::uint8_t>(channel + 4));
+    }
+    return std::ranges::any_of(rows, [&](const OpclassDefinition& row) {
+        return row.behaviors == UPPER && row.starting_frequency == lower.starting_frequency &&
+               row.channels == upper_channels;
+    });
+}
+
 consteval bool is_sound(std::initializer_list<OpclassDefinition> rows) {
     for (const auto* row = rows.begin(); row != rows.end(); ++row) {
         const bool ascends = row == rows.begin() || std::prev(row)->opclass < row->opclass;
         if (!ascends || row->opclass == 0 || row->channels.empty() ||
             !spacing_has_its_centers(*row) || !centers_cover_channels(*row) ||
-            !lies_in_its_band(*row)) {
+            !lies_in_its_band(*row) ||
+            (row->behaviors == LOWER && !sides_have_the_same_centers(*row, rows))) {
             return false;
         }
     }

@@ -16,6 +16,9 @@
 #include "nuv/operating_class_deduction.hpp"
 
 namespace nuv {
+
+using OperatingClassDeduction::ChannelSet;
+
 namespace {
 
 constinit logging::LogModule log_module{"type_validator"};
@@ -25,7 +28,7 @@ const OperatingClassDeduction::OpclassLookup& global() {
 }
 
 /// Whether each channel's frequency is among the class's frequencies.
-bool has_frequencies(std::uint8_t opclass, std::span<const std::uint8_t> channels,
+bool has_frequencies(std::uint8_t opclass, const ChannelSet& channels,
                      const std::vector<KiloHertz>& frequencies) {
     return std::ranges::all_of(channels, [&](std::uint8_t channel) {
         return std::ranges::binary_search(frequencies,
@@ -91,7 +94,7 @@ std::optional<std::string> fault_of(const ChannelInfo& info) {
         if (index && segment.puncturing_map[*index]) {
             return fault("ChannelInfo ", " has a punctured primary channel.");
         }
-        const auto centers = global().get_segment_center_frequencies(channel, opclass);
+        const auto centers = global().get_opclass_center_frequencies(opclass);
         if (std::ranges::count(centers, segment.center_frequency) == 0) {
             return fault("Channel Info ", " has invalid primary segment center");
         }
@@ -121,8 +124,7 @@ bool is_valid_global_operating_class(std::uint8_t opclass) {
     return global().get_all_region_opclasses().contains(opclass);
 }
 
-bool is_valid_global_operating_class_channelset(std::uint8_t opclass,
-                                                std::span<const std::uint8_t> channels) {
+bool is_valid_global_operating_class_channelset(std::uint8_t opclass, const ChannelSet& channels) {
     return is_valid_global_operating_class(opclass) &&
            std::ranges::all_of(channels, [&](std::uint8_t channel) {
                return global().get_all_opclass_channels(opclass).contains(channel);
@@ -130,13 +132,13 @@ bool is_valid_global_operating_class_channelset(std::uint8_t opclass,
 }
 
 bool is_valid_global_operating_class_center_channelset(std::uint8_t opclass,
-                                                       std::span<const std::uint8_t> channels) {
+                                                       const ChannelSet& channels) {
     return is_valid_global_operating_class(opclass) &&
            has_frequencies(opclass, channels, global().get_opclass_center_frequencies(opclass));
 }
 
 bool is_valid_global_operating_class_definition_channelset(std::uint8_t opclass,
-                                                           std::span<const std::uint8_t> channels) {
+                                                           const ChannelSet& channels) {
     return is_valid_global_operating_class(opclass) &&
            has_frequencies(opclass, channels,
                            global().get_opclass_definition_channel_frequencies(opclass));

@@ -617,6 +617,8 @@ TEST_F(NuvctlTest, TellsWhereAChannelLies) {
         "\n";
     EXPECT_EQ(nuvctl("channel --frequency 6115000 --width 320").out, two_segments);
     EXPECT_EQ(nuvctl("channel --band 6 --number 33 --width 320").out, two_segments);
+    EXPECT_TRUE(has(nuvctl("channel --band 5 --number 36 --width 80").out,
+                    R"("opclasses_global":[128],"opclasses_europe":[128],)"));
     EXPECT_TRUE(has(nuvctl("channel --band 2.4 --number 14").out, R"("frequency_khz":2484000,)"));
     EXPECT_TRUE(has(nuvctl("channel --band 6 --number 2").out, R"("opclasses_global":[136],)"));
     EXPECT_TRUE(has(nuvctl("channel --band 2.4 --number 6 --width 40").out,
@@ -650,6 +652,14 @@ TEST_F(NuvctlTest, ValidatesChannelsWithTheLibrarysWords) {
         R"({"valid":false,"file":"-","line":2,"about":"channel info",)"
         R"("text":"5210000 kHz is no valid primary frequency in opclass 128"})"
         "\n");
+    // What was found before something unreadable is told; both keys count; nothing is cut in silence.
+    write("mixed.json",
+          R"({"channels":[{"channel":300}],"channles":[{"channel":0},{"channel":"x"}]})");
+    const Outcome mixed = nuvctl("validate mixed.json");
+    EXPECT_EQ(mixed.status, 1);
+    EXPECT_TRUE(has(mixed.out, R"("text":"the channel in JSON is 300")"));
+    EXPECT_EQ(std::count(mixed.out.begin(), mixed.out.end(), '\n'), 2);
+    EXPECT_TRUE(has(mixed.err, "mixed.json: line 1: Deserialization of std::uint8_t"));
     const std::pair<std::string, std::string> unreadable[] = {
         {"", "nuvctl: no JSON to validate\n"},
         {"{}", "nuvctl: -: line 1: no channel list, channel entry or channel info\n"},

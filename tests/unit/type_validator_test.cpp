@@ -19,7 +19,7 @@
 namespace nuv {
 namespace {
 
-using Channels = std::vector<std::uint8_t>;
+using Channels = OperatingClassDeduction::ChannelSet;
 
 template <typename T>
 concept HasIsValid = requires(T value) {
@@ -160,7 +160,7 @@ TEST(TypeValidator, NamesTheFirstThingWrongAndNoMore) {
     }
 }
 
-TEST(TypeValidator, Channel2Of6GHzIsRefusedAlthoughItHasAClass) {
+TEST(TypeValidator, Channel2Of6GHzIsRefusedAlthoughItHasAClassWithTwoBlanksBehindAnd) {
     EXPECT_EQ(outcome(entry(2, 5935000)),
               "Frequency value and channel index does not seem to match: 5935 MHz and  2");
 }

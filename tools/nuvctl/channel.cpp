@@ -61,6 +61,18 @@ struct Place {
     std::map<Region, nuv::OperatingClassDeduction::OpclassSet> opclasses;
 };
 
+void add_segments(Place& place, const OpclassLookup& table, std::uint8_t opclass,
+                  std::uint8_t channel, std::int32_t width) {
+    for (const KiloHertz center : table.get_segment_center_frequencies(channel, opclass)) {
+        const KiloHertz distance = center - table.get_channel_frequency(channel, opclass);
+        Segment& segment = place.segments[center];
+        segment.center = static_cast<std::uint8_t>(channel + distance.count() / 5'000);
+        for (int at = segment.center - width / 10 + 2; at < segment.center + width / 10; at += 4) {
+            segment.channels.insert(static_cast<std::uint8_t>(at));
+        }
+    }
+}
+
 Place place_of(KiloHertz frequency, std::int32_t width) {
     Place place;
     for (const Region region : {Region::GLOBAL, Region::EUROPE}) {
@@ -72,23 +84,11 @@ Place place_of(KiloHertz frequency, std::int32_t width) {
                 continue;
             }
             for (const OpclassDefinition& row : rows) {
-                const KiloHertz offset = frequency - row.starting_frequency;
-                const std::int32_t step =
-                    (table.get_channel_frequency(1, row.opclass) - row.starting_frequency).count();
-                const std::int32_t channel = offset.count() / step;
-                if (offset.count() % step != 0 || channel < 0 || channel > 255 ||
-                    !row.channels.contains(static_cast<std::uint8_t>(channel))) {
-                    continue;
-                }
-                opclasses.insert(row.opclass);
-                for (const KiloHertz center : table.get_segment_center_frequencies(
-                         static_cast<std::uint8_t>(channel), row.opclass)) {
-                    Segment& segment = place.segments[center];
-                    segment.center =
-                        static_cast<std::uint8_t>((center - row.starting_frequency).count() / step);
-                    for (int at = segment.center - width / 10 + 2; at < segment.center + width / 10;
-                         at += 4) {
-                        segment.channels.insert(static_cast<std::uint8_t>(at));
+                for (const std::uint8_t channel : row.channels) {
+                    if (table.get_channel_frequency(channel, row.opclass) == frequency &&
+                        !table.is_secondary_segment(row.opclass)) {
+                        opclasses.insert(row.opclass);
+                        add_segments(place, table, row.opclass, channel, width);
                     }
                 }
             }

@@ -34,7 +34,8 @@ std::string JsonReader::next() {
         } else if ((c == '}' || c == ']') && depth > 0) {
             --depth;
         }
-        if (depth == 0 && !in_string) {
+        // What nests deeper the parser refuses, however it ends.
+        if ((depth == 0 && !in_string) || depth > nuv::serialization::YAJLNode::MAX_DEPTH) {
             break;
         }
     }

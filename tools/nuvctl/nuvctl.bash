@@ -2,7 +2,7 @@
 _nuvctl() {
     local word=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]} words=''
     if [ "$COMP_CWORD" -eq 1 ]; then
-        words='address channel decode encode opclass validate --help --version'
+        words='address channel decode encode opclass validate --help --help-all --version'
     elif [ "$previous" = --format ]; then
         words='hex pcap'
     elif [ "$previous" = --region ]; then
@@ -23,7 +23,7 @@ _nuvctl() {
             opclass) words='--region --table --help' ;;
             validate) words='--help' ;;
         esac
-    elif [ "${COMP_WORDS[1]}" = address ]; then
+    elif [[ ${COMP_WORDS[1]} == @(address|channel|opclass) ]]; then
         return
     else
         mapfile -t COMPREPLY < <(compgen -f -- "$word")

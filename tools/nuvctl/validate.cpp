@@ -72,10 +72,8 @@ private:
             ++documents_;
             try {
                 YAJLNode document = parse_json(text);
-                for (const Finding& finding : findings_in(document)) {
-                    ++findings_;
-                    write(finding, name, reader.line());
-                }
+                where_ = {name, reader.line()};
+                check_document(document);
             } catch (const FieldError& error) {
                 fail(error.what());
             } catch (const nuv::serialization::SerializationException& error) {
@@ -84,49 +82,60 @@ private:
         }
     }
 
-    struct Finding {
-        std::string about;
-        std::string text;
-    };
-
-    /// What is wrong with a list, an entry or an info, whichever its members tell it is.
-    std::vector<Finding> findings_in(YAJLNode& document) {
-        std::vector<Finding> findings;
+    /// A list, an entry or an info, whichever its members tell it is.
+    void check_document(YAJLNode& document) {
+        bool is_list = false;
         for (const char* key : {"channels", "channles"}) {
             if (document.probe_name(key)) {
-                YAJLNode list;
-                std::uint32_t size = 0;
-                if (!document.get_array(key, list) || !list.get_array_size(size)) {
-                    throw FieldError(std::string(key) + ": not a list");
-                }
-                for (std::uint32_t i = 0; i < size; ++i) {
-                    YAJLNode element;
-                    list.get_array_element(i, element);
-                    check_entry(element, findings);
-                }
-                return findings;
+                is_list = true;
+                check_list(document, key);
             }
         }
+        if (is_list) {
+            return;
+        }
         if (document.probe_name("channel")) {
-            check_entry(document, findings);
+            check_entry(document);
         } else if (document.probe_name("primary_freq") || document.probe_name("primary_center")) {
             nuv::ChannelInfo info;
-            check(read(document, info), "channel info", findings);
+            check(read(document, info), "channel info");
         } else {
             throw FieldError("no channel list, channel entry or channel info");
         }
-        return findings;
     }
 
-    void check_entry(YAJLNode& node, std::vector<Finding>& findings) {
+    void check_list(YAJLNode& document, const std::string& key) {
+        YAJLNode list;
+        std::uint32_t size = 0;
+        if (!document.get_array(key, list) || !list.get_array_size(size)) {
+            throw FieldError(key + ": not a list");
+        }
+        for (std::uint32_t i = 0; i < size; ++i) {
+            YAJLNode element;
+            list.get_array_element(i, element);
+            check_entry(element);
+        }
+    }
+
+    void check_entry(YAJLNode& node) {
         nuv::ChannelEntry entry;
         read(node, entry);
+        const std::string about = "channel " + std::to_string(entry.get_channel()) + " at " +
+                                  std::to_string(entry.get_frequency().count()) + " kHz";
+        // The library cuts what it reads to the width of the field.
+        std::int64_t number = 0;
+        if (node.get_integer("channel", number) && number != entry.get_channel()) {
+            report(about, "the channel in JSON is " + std::to_string(number));
+            return;
+        }
+        if (node.get_integer("frequency", number) && number != 0 &&
+            number != entry.get_frequency().count()) {
+            report(about, "the frequency in JSON is " + std::to_string(number));
+            return;
+        }
         // JSON does not tell the capabilities, so their absence is no finding.
         entry.set_capability_flags(channel_width_capability_bits(nuv::ChannelWidth::HT20));
-        check(entry,
-              "channel " + std::to_string(entry.get_channel()) + " at " +
-                  std::to_string(entry.get_frequency().count()) + " kHz",
-              findings);
+        check(entry, about);
     }
 
     template <class T>
@@ -137,24 +146,31 @@ private:
     }
 
     template <class T>
-    void check(const T& value, const std::string& about, std::vector<Finding>& findings) {
+    void check(const T& value, const std::string& about) {
         text_.clear();
         if (!is_valid(value)) {
-            findings.push_back({about, text_});
+            report(about, text_);
         }
     }
 
-    static void write(const Finding& finding, const std::string& file, std::uint64_t line) {
+    void report(const std::string& about, const std::string& text) {
+        ++findings_;
         write_object(std::cout, false, [&](Json& json) {
             json.boolean("valid", false);
-            json.text("file", to_utf8(file));
-            json.number("line", line);
-            json.text("about", finding.about);
+            json.text("file", to_utf8(where_.file));
+            json.number("line", where_.line);
+            json.text("about", about);
             // Of channel 0 the validator says nothing.
-            finding.text.empty() ? json.null("text") : json.text("text", finding.text);
+            text.empty() ? json.null("text") : json.text("text", text);
         });
     }
 
+    struct Where {
+        std::string file;
+        std::uint64_t line = 0;
+    };
+
+    Where where_;
     std::string text_;  // of the last record
     std::uint64_t documents_ = 0;
     std::uint64_t findings_ = 0;
@@ -171,7 +187,10 @@ void add_validate(CLI::App& nuvctl, int& status) {
         "Capabilities of an entry are not in its JSON and not looked at. Exit status 1 if anything "
         "is wrong.\n\n"
         "Example: echo '{\"channel\":36,\"frequency\":5200000}' | nuvctl validate");
-    command->callback([files, &status] { status = Validator().run(*files); });
+    command->callback([files, &status] {
+        static Validator validator;  // the log knows it from here on
+        status = validator.run(*files);
+    });
 }
 
 }  // namespace nuvctl
