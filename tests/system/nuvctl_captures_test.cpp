@@ -1,46 +1,18 @@
 // SPDX-License-Identifier: Apache-2.0
 // Runs the built nuvctl on captures made here of the project's own frames.
-#include <gtest/gtest.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
 #include <algorithm>
-#include <cstdio>
 #include <cstring>
-#include <filesystem>
-#include <fstream>
 #include <map>
 #include <set>
 
+#include "tests/system/nuvctl_fixture.hpp"
 #include "tools/vectors/vectors.hpp"
 
 namespace nuv::test {
 namespace {
 
-struct Outcome {
-    int status;
-    std::string out, err;
-};
-
-class NuvctlTest : public testing::Test {
+class NuvctlCaptures : public NuvctlTest {
 protected:
-    void SetUp() override { std::filesystem::create_directories(folder_); }
-    void TearDown() override { std::filesystem::remove_all(folder_); }
-
-    /// Runs `nuvctl ARGUMENTS` by a shell, in a folder of its own.
-    Outcome nuvctl(const std::string& arguments) const {
-        const std::string command =
-            "cd '" + folder_ + "' && ('" NUVCTL "' " + arguments + ") >out 2>err";
-        const int status = std::system(command.c_str());
-        return {WEXITSTATUS(status), content("out"), content("err")};
-    }
-    std::string content(const std::string& name) const {
-        std::ifstream in(folder_ + "/" + name, std::ios::binary);
-        return {std::istreambuf_iterator<char>(in), {}};
-    }
-    void write(const std::string& name, const std::string& text) const {
-        std::ofstream(folder_ + "/" + name, std::ios::binary) << text;
-    }
     /// A capture of these records; `missing` octets of each were not captured.
     void capture(const std::string& name, std::uint8_t link_type,
                  const std::vector<Octets>& records, std::uint8_t missing = 0) const {
@@ -58,8 +30,6 @@ protected:
         }
         write(name, to_string(file));
     }
-
-    const std::string folder_ = testing::TempDir() + "nuvctl_" + std::to_string(::getpid());
 };
 
 const std::string mac = "0000 0000 020000000001 020000000002 020000000003 0000 ";
@@ -70,11 +40,7 @@ Octets operator+(Octets a, const Octets& b) {
     return a;
 }
 
-bool has(const std::string& text, const std::string& part) {
-    return text.find(part) != std::string::npos;
-}
-
-TEST_F(NuvctlTest, PrintsTheStationsOfTheSampleCapture) {
+TEST_F(NuvctlCaptures, PrintsTheStationsOfTheSampleCapture) {
     const Outcome lines = nuvctl("decode " NUV_SOURCE_DIR "/examples/stations.pcap");
     EXPECT_EQ(lines.status, 0);
     EXPECT_EQ(std::count(lines.out.begin(), lines.out.end(), '\n'), 8);
@@ -84,7 +50,7 @@ TEST_F(NuvctlTest, PrintsTheStationsOfTheSampleCapture) {
     EXPECT_TRUE(has(table.out, "8 requests of 8 stations"));
 }
 
-TEST_F(NuvctlTest, PrintsAFrameAsDocumented) {
+TEST_F(NuvctlCaptures, PrintsAFrameAsDocumented) {
     capture("home.pcap", 105, {from_hex(mac + body)});
     EXPECT_EQ(
         nuvctl("decode home.pcap").out,
@@ -98,7 +64,7 @@ TEST_F(NuvctlTest, PrintsAFrameAsDocumented) {
         "\n");
 }
 
-TEST_F(NuvctlTest, KnowsThreeLinkTypesAndWhatTheySayOfTheFCS) {
+TEST_F(NuvctlCaptures, KnowsThreeLinkTypesAndWhatTheySayOfTheFCS) {
     const Octets frame = from_hex(mac + body);
     const Octets fcs = from_hex("DEADBEEF");
     const Octets avs = from_hex("80211001 00000040") + Octets(0x38);
@@ -130,7 +96,7 @@ TEST_F(NuvctlTest, KnowsThreeLinkTypesAndWhatTheySayOfTheFCS) {
     }
 }
 
-TEST_F(NuvctlTest, TakesTheCurrentApOutOfAReassociation) {
+TEST_F(NuvctlCaptures, TakesTheCurrentApOutOfAReassociation) {
     Octets frame = from_hex(mac + "3104 0A00 0A0B0C0D0E0F 0002 6869 0101 82");
     frame[0] = 0x20;
     capture("c.pcap", 105, {frame});
@@ -141,7 +107,7 @@ TEST_F(NuvctlTest, TakesTheCurrentApOutOfAReassociation) {
         has(out, R"("error":null,"elements":[{"id":0,"extension":null,"name":"SSID","offset":10)"));
 }
 
-TEST_F(NuvctlTest, ReadsPcapngFromStandardInput) {
+TEST_F(NuvctlCaptures, ReadsPcapngFromStandardInput) {
     const Octets octets = from_hex(
         "0A0D0D0A 1C000000 4D3C2B1A 01000000 FFFFFFFFFFFFFFFF 1C000000"
         "01000000 14000000 69000000 FFFF0000 14000000"
@@ -152,7 +118,7 @@ TEST_F(NuvctlTest, ReadsPcapngFromStandardInput) {
                     R"({"file":"-","frame":1,"time":"2015-11-03T12:34:56.123456Z")"));
 }
 
-TEST_F(NuvctlTest, FindsTheBodyByTheHeader) {
+TEST_F(NuvctlCaptures, FindsTheBodyByTheHeader) {
     const std::string addresses = "0000 020000000001 020000000002 020000000003 ";
     const struct {
         const char* name;
@@ -174,7 +140,7 @@ TEST_F(NuvctlTest, FindsTheBodyByTheHeader) {
     }
 }
 
-TEST_F(NuvctlTest, GoesOnBehindWhatCannotBeRead) {
+TEST_F(NuvctlCaptures, GoesOnBehindWhatCannotBeRead) {
     const struct {
         std::string hex;
         std::vector<std::string> parts;
@@ -207,12 +173,12 @@ TEST_F(NuvctlTest, GoesOnBehindWhatCannotBeRead) {
     }
 }
 
-TEST_F(NuvctlTest, MarksWhatWasNotCaptured) {
+TEST_F(NuvctlCaptures, MarksWhatWasNotCaptured) {
     capture("c.pcap", 105, {from_hex(mac + body)}, 3);
     EXPECT_TRUE(has(nuvctl("decode c.pcap").out, R"("truncated":true)"));
 }
 
-TEST_F(NuvctlTest, NamesTheFileAndTheReasonAndReadsTheOthers) {
+TEST_F(NuvctlCaptures, NamesTheFileAndTheReasonAndReadsTheOthers) {
     capture("good.pcap", 105, {from_hex(mac + body)});
     capture("ethernet.pcap", 1, {from_hex("00")});
     capture("beacon.pcap", 105, {from_hex("80" + mac.substr(2) + body)});
@@ -258,7 +224,7 @@ std::string with_long_non_inheritance(std::string hex) {
 
 const std::string decode_encode = "decode c.pcap | '" NUVCTL "' encode";
 
-TEST_F(NuvctlTest, EncodesWhatItDecodedWhereNoOddityStandsInTheWay) {
+TEST_F(NuvctlCaptures, EncodesWhatItDecodedWhereNoOddityStandsInTheWay) {
     // What the library writes in another way than it was sent, and why.
     const std::map<std::string, std::string> oddities{
         {"element_extended_capabilities-all_zero", "trailing zeros are not sent"},
@@ -324,7 +290,7 @@ TEST_F(NuvctlTest, EncodesWhatItDecodedWhereNoOddityStandsInTheWay) {
     EXPECT_EQ(seen.size(), oddities.size());
 }
 
-TEST_F(NuvctlTest, EncodesTheSampleCaptureIntoLinesOfHexAndIntoACapture) {
+TEST_F(NuvctlCaptures, EncodesTheSampleCaptureIntoLinesOfHexAndIntoACapture) {
     const std::string encode = "| '" NUVCTL "' encode ";
     const std::string decode = "decode - < " NUV_SOURCE_DIR "/examples/stations.pcap ";
     std::string bodies;
@@ -346,7 +312,7 @@ TEST_F(NuvctlTest, EncodesTheSampleCaptureIntoLinesOfHexAndIntoACapture) {
     EXPECT_EQ(again.err, "");
 }
 
-TEST_F(NuvctlTest, RefusesWhatItCannotEncodeWithItsPath) {
+TEST_F(NuvctlCaptures, RefusesWhatItCannotEncodeWithItsPath) {
     Octets frame = from_hex(mac + "3104 0A00 0A0B0C0D0E0F 0002 6869 3603 1234 01 2402 0104" +
                             "3014 0100 000FAC04 0100 000FAC04 0100 000FAC02 8000 DD03 00 01 02");
     frame[0] = 0x20;
@@ -417,7 +383,7 @@ const std::string to_ap = "D000 0000 020000000003 020000000002 020000000003 0000
 const std::string to_station = "D000 0000 020000000002 020000000003 020000000003 0000 ";
 const std::string neighbor = "3410 001122334455 8F040000 51 06 07 0301FF ";
 
-TEST_F(NuvctlTest, DecodesActionFramesAndEncodesThemAgain) {
+TEST_F(NuvctlCaptures, DecodesActionFramesAndEncodesThemAgain) {
     const struct {
         std::string header, body;
         std::vector<std::string> parts;
@@ -475,7 +441,7 @@ TEST_F(NuvctlTest, DecodesActionFramesAndEncodesThemAgain) {
               "nuvctl: -: line 1: elements[0].fields: more than an element holds\n");
 }
 
-TEST_F(NuvctlTest, SaysWhereAnActionFrameCannotBeRead) {
+TEST_F(NuvctlCaptures, SaysWhereAnActionFrameCannotBeRead) {
     const struct {
         const char* body;
         const char* error;
@@ -506,7 +472,7 @@ TEST_F(NuvctlTest, SaysWhereAnActionFrameCannotBeRead) {
     }
 }
 
-TEST_F(NuvctlTest, FiltersByTypeAndCountsActionFrames) {
+TEST_F(NuvctlCaptures, FiltersByTypeAndCountsActionFrames) {
     capture("c.pcap", 105,
             {from_hex(mac + body), from_hex(to_ap + "0A06 02 10"), from_hex(to_ap + "0A06 02"),
              from_hex(to_ap + "0A08 03 00 00")});
@@ -525,7 +491,7 @@ TEST_F(NuvctlTest, FiltersByTypeAndCountsActionFrames) {
               "action frames: btm_response 1\n");
 }
 
-TEST_F(NuvctlTest, EncodesOctetsAsGivenForAnElementOfAnyKind) {
+TEST_F(NuvctlCaptures, EncodesOctetsAsGivenForAnElementOfAnyKind) {
     capture("c.pcap", 105, {from_hex(mac + body + "3002 0200")});
     const std::string json = nuvctl("decode c.pcap").out;
     const std::string error = R"("error":"Invalid version"})";
@@ -536,146 +502,7 @@ TEST_F(NuvctlTest, EncodesOctetsAsGivenForAnElementOfAnyKind) {
     EXPECT_EQ(nuvctl("encode < c.json").out, line_of(from_hex(body + "3003 0200AB")));
 }
 
-TEST_F(NuvctlTest, SaysWhatAnAddressIs) {
-    const Outcome outcome = nuvctl(
-        "address 01:00:5e:00:00:01 127.0.0.1 ::ffff:0:1 10.0.0.9/8 ::/0 10.0.0.9/33 "
-        "00:11:22:33:44:5g "
-        "--contains 10.1.2.3");
-    EXPECT_EQ(outcome.status, 1);
-    EXPECT_EQ(outcome.err, "");
-    EXPECT_EQ(
-        outcome.out,
-        R"({"input":"01:00:5e:00:00:01","type":"mac","text":"01:00:5E:00:00:01","group":true,)"
-        R"("locally_administered":false,"valid":true,"valid_individual":false})"
-        "\n"
-        R"({"input":"127.0.0.1","type":"ip","text":"127.0.0.1","version":"V4","loopback":true,)"
-        R"("link_local":false,"multicast":false,"unicast":true,"unspecified":false,)"
-        R"("benchmarking":false,"documentation":false,"private":false,"broadcast":false})"
-        "\n"
-        R"({"input":"::ffff:0:1","type":"ip","text":"::ffff:0.0.0.1","version":"V6",)"
-        R"("loopback":false,"link_local":false,"multicast":false,"unicast":true,)"
-        R"("unspecified":false,"benchmarking":false,"documentation":false,"unique_local":false,)"
-        R"("mapped_v4":true,"compatible_v4":false})"
-        "\n"
-        R"({"input":"10.0.0.9/8","type":"prefix","text":"10.0.0.9/8","version":"V4",)"
-        R"("address":"10.0.0.9","prefix_length":8,"netmask":"255.0.0.0",)"
-        R"("host_identifier_mask":"0.255.255.255","network":"10.0.0.0/8",)"
-        R"("is_network_address":false,"contains":true})"
-        "\n"
-        R"({"input":"::/0","type":"prefix","text":"::/0","version":"V6","address":"::",)"
-        R"("prefix_length":0,"netmask":"::",)"
-        R"("host_identifier_mask":"ffff:ffff:ffff:ffff:ffff:ffff:ffff:ffff","network":"::/0",)"
-        R"("is_network_address":true,"contains":false})"
-        "\n"
-        R"-({"input":"10.0.0.9/33","error":"Prefix length 33 is greater than length of the )-"
-        R"-(IPV4 address (32)"})-"
-        "\n"
-        R"({"input":"00:11:22:33:44:5g","error":"'00:11:22:33:44:5g' is no valid )"
-        R"(MACAddress string"})"
-        "\n");
-    // colons where a MAC address has them, and elsewhere
-    EXPECT_TRUE(has(nuvctl("address 1::22:33:44:55:66").out, R"("type":"ip")"));
-    write("lines", "1.2.3.4\r\n\n::1");
-    const Outcome lines = nuvctl("address < lines");
-    EXPECT_EQ(lines.status, 0);
-    EXPECT_EQ(std::count(lines.out.begin(), lines.out.end(), '\n'), 2);
-    EXPECT_TRUE(has(lines.out, R"("text":"1.2.3.4")"));
-    EXPECT_EQ(nuvctl("address < .").err, "nuvctl: standard input: Is a directory\n");
-    EXPECT_EQ(nuvctl("address ::1 > /dev/full").status, 1);
-    const Outcome wrong = nuvctl("address ::/0 --contains here");
-    EXPECT_EQ(wrong.status, 2);
-    EXPECT_TRUE(has(wrong.err, "Could not guess IP address version for \"here\""));
-}
-
-TEST_F(NuvctlTest, PrintsOperatingClasses) {
-    const std::string row =
-        R"({"opclass":130,"starting_frequency_khz":5000000,"spacing_mhz":80,"channels":[36,40,44,48,)"
-        "52,56,60,64,100,104,108,112,116,120,124,128,132,136,140,144,149,153,157,161,165,169,173,"
-        "177],"
-        R"("center_channels":[42,58,106,122,138,155,171],"behaviors":[0]})"
-        "\n";
-    EXPECT_EQ(nuvctl("opclass 130").out, row);
-    const Outcome europe = nuvctl("opclass --region europe 115 130");
-    EXPECT_EQ(europe.status, 1);
-    EXPECT_EQ(europe.out, row);
-    EXPECT_EQ(europe.err, "nuvctl: 115: the europe table has no such operating class\n");
-    const std::string all = nuvctl("opclass; '" NUVCTL "' opclass --region europe").out;
-    EXPECT_EQ(std::count(all.begin(), all.end(), '\n'), 27 + 21);
-    EXPECT_TRUE(has(nuvctl("opclass --table --region europe 13 17").out,
-                    "\n13     5002.5     5            -              171-184  "));
-    EXPECT_EQ(nuvctl("opclass > /dev/full").status, 1);
-}
-
-TEST_F(NuvctlTest, TellsWhereAChannelLies) {
-    const std::string two_segments =
-        R"({"number":33,"frequency_khz":6115000,"band":"6 GHz","width_mhz":320,)"
-        R"("opclasses_global":[137],"opclasses_europe":[],"segments":[)"
-        R"({"center":31,"center_frequency_khz":6105000,)"
-        R"("channels":[1,5,9,13,17,21,25,29,33,37,41,45,49,53,57,61]},)"
-        R"({"center":63,"center_frequency_khz":6265000,)"
-        R"("channels":[33,37,41,45,49,53,57,61,65,69,73,77,81,85,89,93]}]})"
-        "\n";
-    EXPECT_EQ(nuvctl("channel --frequency 6115000 --width 320").out, two_segments);
-    EXPECT_EQ(nuvctl("channel --band 6 --number 33 --width 320").out, two_segments);
-    EXPECT_TRUE(has(nuvctl("channel --band 5 --number 36 --width 80").out,
-                    R"("opclasses_global":[128],"opclasses_europe":[128],)"));
-    EXPECT_TRUE(has(nuvctl("channel --band 2.4 --number 14").out, R"("frequency_khz":2484000,)"));
-    EXPECT_TRUE(has(nuvctl("channel --band 6 --number 2").out, R"("opclasses_global":[136],)"));
-    EXPECT_TRUE(has(nuvctl("channel --band 2.4 --number 6 --width 40").out,
-                    R"("opclasses_global":[83,84],"opclasses_europe":[11,12],)"));
-    const Outcome none = nuvctl("channel --band 5 --number 165 --width 320");
-    EXPECT_EQ(none.status, 1);
-    EXPECT_EQ(none.err, "nuvctl: 5825000 kHz: no operating class has a channel of 320 MHz there\n");
-}
-
-TEST_F(NuvctlTest, ValidatesChannelsWithTheLibrarysWords) {
-    write("good.json", R"({"channels":[{"channel":36},{"channel":1,"frequency":5955000}]})"
-                       R"({"channles":[{"channel":6}]}{"channel":14,"frequency":2484000})"
-                       R"({"primary_freq":5180000})");
-    write("bad.json",
-          R"({"channels":[{"channel":36,"frequency":5200000},{"channel":0}]})"
-          "\n"
-          R"({"primary_freq":5210000,"primary_center":5210000,"channel_width":"80 MHz"})");
-    const Outcome good = nuvctl("validate good.json");
-    EXPECT_EQ(good.status, 0);
-    EXPECT_EQ(good.out, "{\"valid\":true}\n");
-    const Outcome bad = nuvctl("validate good.json - < bad.json");
-    EXPECT_EQ(bad.status, 1);
-    EXPECT_EQ(bad.err, "");
-    EXPECT_EQ(
-        bad.out,
-        R"({"valid":false,"file":"-","line":1,"about":"channel 36 at 5200000 kHz",)"
-        R"("text":"Frequency value and channel index does not seem to match: 5200 MHz and  36"})"
-        "\n"
-        R"({"valid":false,"file":"-","line":1,"about":"channel 0 at 2407000 kHz","text":null})"
-        "\n"
-        R"({"valid":false,"file":"-","line":2,"about":"channel info",)"
-        R"("text":"5210000 kHz is no valid primary frequency in opclass 128"})"
-        "\n");
-    // What was found before something unreadable is told; both keys count; nothing is cut in silence.
-    write("mixed.json",
-          R"({"channels":[{"channel":300}],"channles":[{"channel":0},{"channel":"x"}]})");
-    const Outcome mixed = nuvctl("validate mixed.json");
-    EXPECT_EQ(mixed.status, 1);
-    EXPECT_TRUE(has(mixed.out, R"("text":"the channel in JSON is 300")"));
-    EXPECT_EQ(std::count(mixed.out.begin(), mixed.out.end(), '\n'), 2);
-    EXPECT_TRUE(has(mixed.err, "mixed.json: line 1: Deserialization of std::uint8_t"));
-    const std::pair<std::string, std::string> unreadable[] = {
-        {"", "nuvctl: no JSON to validate\n"},
-        {"{}", "nuvctl: -: line 1: no channel list, channel entry or channel info\n"},
-        {"\n{\"channels\":{}}", "nuvctl: -: line 2: channels: not a list\n"},
-        {"{\"channel\":", "nuvctl: -: line 1: parse error: premature EOF\n"},
-    };
-    for (const auto& [json, text] : unreadable) {
-        write("c.json", json);
-        const Outcome outcome = nuvctl("validate < c.json");
-        EXPECT_EQ(outcome.status, 1) << json;
-        EXPECT_EQ(outcome.out, "") << json;
-        EXPECT_EQ(outcome.err, text);
-    }
-}
-
-TEST_F(NuvctlTest, UsageAndPipes) {
+TEST_F(NuvctlCaptures, UsageAndPipes) {
     for (const char* wrong :
          {"", "decode", "decode --pretty --summary x", "nonsense", "decode -x y",
           "decode --type probe_request x", "encode --format xml", "opclass x", "channel",
