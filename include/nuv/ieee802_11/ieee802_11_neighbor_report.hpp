@@ -169,6 +169,7 @@ public:
 
     using BSSIDInformation = std::bitset<32>;
     using SubElementPtr = std::unique_ptr<SubElementBase>;
+    /// None of them may be null.
     using SubElementList = std::vector<SubElementPtr>;
 
     IEEE802_11_NeighborReport() = default;
