@@ -7,7 +7,13 @@
 #include "nuv/frequency_conversion.hpp"
 #include "nuv/operating_class_deduction.hpp"
 
-using namespace nuv;
+using nuv::ChannelEntry;
+using nuv::ChannelInfo;
+using nuv::ChannelList;
+using nuv::ChannelWidth;
+using nuv::KiloHertz;
+using nuv::steady_now_ns;
+using nuv::OperatingClassDeduction::Region;
 
 int main() {
     const auto capable = channel_width_capability_bits(ChannelWidth::HT80);
@@ -24,9 +30,8 @@ int main() {
     const std::int64_t now = steady_now_ns();
     const ChannelInfo operating({KiloHertz{5180000}, now},
                                 {{KiloHertz{5210000}, ChannelWidth::HT80, {}}, now}, {}, {20, now});
-    using OperatingClassDeduction::Region;
     for (const auto opclass :
-         OperatingClassDeduction::get_opclasses_from_channel_info(operating, Region::GLOBAL)) {
+         nuv::OperatingClassDeduction::get_opclasses_from_channel_info(operating, Region::GLOBAL)) {
         std::cout << "operating class " << int{opclass} << '\n';
     }
 }
