@@ -24,9 +24,9 @@ std::unique_ptr<IPAddress> guess(const std::string& text) {
 /// A difference in what inet_pton() of glibc and this library accept: a text has it when `has` says
 /// so.
 struct Difference {
-    const char* name;
-    bool accepted_here;
-    bool (*has)(const std::string& text);
+    const char* name = nullptr;
+    bool accepted_here = false;
+    bool (*has)(const std::string& text) = nullptr;
     int seen = 0;
 };
 

@@ -118,13 +118,13 @@ TEST(PrefixedIPAddress, OrdersByAddressThenTheLongerPrefixFirstAndNullBeforeAll)
     for (std::size_t i = 0; i < sorted.size(); ++i) {
         for (std::size_t j = 0; j < sorted.size(); ++j) {
             const auto rank = [](std::size_t k) { return k < 2 ? 0 : k; };
-            const auto order = rank(i) <=> rank(j);
-            EXPECT_EQ(sorted[i] == sorted[j], order == 0);
-            EXPECT_EQ(sorted[i] != sorted[j], order != 0);
-            EXPECT_EQ(sorted[i] < sorted[j], order < 0) << i << ' ' << j;
-            EXPECT_EQ(sorted[i] <= sorted[j], order <= 0);
-            EXPECT_EQ(sorted[i] > sorted[j], order > 0);
-            EXPECT_EQ(sorted[i] >= sorted[j], order >= 0);
+            const std::size_t a = rank(i), b = rank(j);
+            EXPECT_EQ(sorted[i] == sorted[j], a == b);
+            EXPECT_EQ(sorted[i] != sorted[j], a != b);
+            EXPECT_EQ(sorted[i] < sorted[j], a < b) << i << ' ' << j;
+            EXPECT_EQ(sorted[i] <= sorted[j], a <= b);
+            EXPECT_EQ(sorted[i] > sorted[j], a > b);
+            EXPECT_EQ(sorted[i] >= sorted[j], a >= b);
         }
     }
 }
