@@ -11,6 +11,7 @@
 #include <iosfwd>
 #include <memory>
 #include <span>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -113,6 +114,7 @@ public:
     std::unique_ptr<IPAddress> clone() const final {
         return std::make_unique<Address>(static_cast<const Address&>(*this));
     }
+    Version get_version() const noexcept final { return N == 4 ? Version::V4 : Version::V6; }
     std::size_t num_octets() const noexcept final { return N; }
     std::unique_ptr<IPAddress> make_default() const final { return std::make_unique<Address>(); }
     bool is_unspecified() const noexcept final { return octets_ == std::array<std::uint8_t, N>{}; }
@@ -143,6 +145,13 @@ protected:
     constexpr IPAddressOctets() = default;
     constexpr explicit IPAddressOctets(const std::array<std::uint8_t, N>& octets) noexcept
         : octets_(octets) {}
+    /// Throws std::invalid_argument(`failure`) unless there are N.
+    IPAddressOctets(std::span<const std::uint8_t> octets, const char* failure) {
+        if (octets.size() != N) {
+            throw std::invalid_argument(failure);
+        }
+        std::ranges::copy(octets, octets_.begin());
+    }
 
     bool starts_with(std::initializer_list<std::uint8_t> octets) const noexcept {
         return std::equal(octets.begin(), octets.end(), octets_.begin());

@@ -33,7 +33,6 @@ public:
     /// In host order.
     std::uint32_t to_uint() const noexcept;
 
-    Version get_version() const noexcept override { return Version::V4; }
     bool is_benchmarking() const noexcept override;
     bool is_documentation() const noexcept override;
     bool is_loopback() const noexcept override;

@@ -33,7 +33,6 @@ public:
 
     Segments to_segments() const noexcept;
 
-    Version get_version() const noexcept override { return Version::V6; }
     bool is_benchmarking() const noexcept override;
     bool is_documentation() const noexcept override;
     bool is_loopback() const noexcept override;

@@ -23,12 +23,8 @@ constexpr std::size_t MAX_TEXT = 15;
 
 constinit const IPv4Address IPv4Address::UNSPECIFIED{};
 
-IPv4Address::IPv4Address(std::span<const std::uint8_t> octets) {
-    if (octets.size() != octets_.size()) {
-        throw std::invalid_argument("Expected exactly four bytes for IPv4 address");
-    }
-    std::ranges::copy(octets, octets_.begin());
-}
+IPv4Address::IPv4Address(std::span<const std::uint8_t> octets)
+    : IPAddressOctets(octets, "Expected exactly four bytes for IPv4 address") {}
 
 IPv4Address::IPv4Address(std::span<const std::byte> bytes)
     : IPv4Address(std::span(reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size())) {}

@@ -74,12 +74,8 @@ IPv6Address::IPv6Address(const Segments& segments) noexcept {
     }
 }
 
-IPv6Address::IPv6Address(std::span<const std::uint8_t> octets) {
-    if (octets.size() != octets_.size()) {
-        throw std::invalid_argument("Expected exactly sixteen bytes for IPv6 address");
-    }
-    std::ranges::copy(octets, octets_.begin());
-}
+IPv6Address::IPv6Address(std::span<const std::uint8_t> octets)
+    : IPAddressOctets(octets, "Expected exactly sixteen bytes for IPv6 address") {}
 
 IPv6Address::IPv6Address(std::span<const std::byte> bytes)
     : IPv6Address(std::span(reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size())) {}

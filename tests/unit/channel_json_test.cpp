@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <gtest/gtest.h>
 
-#include <fstream>
+#include <sstream>
 
 #include "nuv/channels.hpp"
 #include "support/json_text.hpp"
+#include "support/listed_cases.hpp"
 
 namespace nuv::test {
 namespace {
@@ -36,19 +37,14 @@ std::string outcome(const std::string& what, const std::string& json) {
 }
 
 TEST(ChannelJSON, IsReadAndWrittenAsListed) {
-    std::ifstream file(NUV_SOURCE_DIR "/tests/vectors/channel_model.tsv");
-    std::string kind;
-    std::string what;
-    std::string json;
-    int rows = 0;
-    while (file >> kind && std::getline(file >> what, json)) {
-        if (kind == "#") {
-            continue;
-        }
-        ++rows;
-        const std::size_t tab = json.find('\t', 1);
-        const std::string expected = json.substr(tab + 1);
-        json = json.substr(1, tab - 1);
+    const auto cases = listed_cases("channel_model.tsv");
+    EXPECT_GT(cases.size(), 35U);
+    for (const auto& [call, expected] : cases) {
+        std::istringstream is(call);
+        std::string kind;
+        std::string what;
+        std::string json;
+        std::getline(is >> kind >> what >> std::ws, json);
         std::string got = (kind == "entry"  ? outcome<ChannelEntry>
                            : kind == "info" ? outcome<ChannelInfo>
                            : kind == "list" ? outcome<ChannelList>
@@ -56,9 +52,8 @@ TEST(ChannelJSON, IsReadAndWrittenAsListed) {
         for (std::size_t at = 0; (at = got.find('\n', at)) != std::string::npos;) {
             got.replace(at, 1, "\\n");
         }
-        EXPECT_EQ(got, expected) << kind << ' ' << json;
+        EXPECT_EQ(got, expected) << call;
     }
-    EXPECT_GT(rows, 35);
 }
 
 }  // namespace

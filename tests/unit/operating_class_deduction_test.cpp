@@ -16,6 +16,7 @@
 #include "nuv/channel_list.hpp"
 #include "nuv/frequency_conversion.hpp"
 #include "tests/support/channel_info_text.hpp"
+#include "tests/support/enum_texts.hpp"
 #include "tests/support/json_text.hpp"
 #include "tests/support/listed_cases.hpp"
 
@@ -225,15 +226,11 @@ TEST(OperatingClassDeduction, EveryFunctionRefusesRegionsWithoutTableBeforeAnyth
         [&](Region r) { print_lookup_table(os, r); },
         [&](Region r) { get_opclasses_from_channel_info(never_set, r); },
     };
-    const std::string texts[] = {"USA", "", "JAPAN", "", "CHINA"};
+    test::expect_texts<Region>(
+        {"USA|EUROPE|JAPAN|GLOBAL|CHINA", "unknown region value ", test::Number::APPENDED});
     for (int number = 0; number < 256; ++number) {
         const bool known = number < 5;
         const auto region = static_cast<Region>(number);
-        EXPECT_EQ(enum_to_string(region), number == 1   ? "EUROPE"
-                                          : number == 3 ? "GLOBAL"
-                                          : known
-                                              ? texts[number]
-                                              : "unknown region value " + std::to_string(number));
         if (number == 1 || number == 3) {
             continue;
         }
@@ -241,7 +238,7 @@ TEST(OperatingClassDeduction, EveryFunctionRefusesRegionsWithoutTableBeforeAnyth
             const bool names_region = &function == std::end(functions) - 1;
             EXPECT_EQ(message_of<std::invalid_argument>([&] { return function(region), ""; }),
                       !known         ? "Unknown region."
-                      : names_region ? texts[number] + " not implemented yet."
+                      : names_region ? enum_to_string(region) + " not implemented yet."
                                      : "Not implemented yet.");
         }
     }

@@ -31,7 +31,7 @@ struct Options {
     std::int32_t width = 20;  // MHz
 };
 
-/// A frequency beside the raster of the band is found by the number that it has there.
+/// Where an operating class has the channel, or else where the raster of the band would.
 KiloHertz frequency_of(const Options& options) {
     if (options.band.empty()) {
         return KiloHertz{options.frequency};
@@ -41,9 +41,12 @@ KiloHertz frequency_of(const Options& options) {
                                                      {"6", FrequencyBand::BAND_6_GHZ}};
     const FrequencyBand band = bands.at(options.band);
     const auto number = static_cast<std::uint8_t>(options.number);
-    for (const KiloHertz apart : {KiloHertz{2'484'000}, KiloHertz{5'935'000}}) {
-        if (frequency_to_band(apart) == band && nuv::frequency_to_channel(apart) == number) {
-            return apart;
+    for (const auto& [spacing, rows] : get_channel_opclasses(Region::GLOBAL).get_groups()) {
+        for (const OpclassDefinition& row : rows) {
+            const KiloHertz frequency = channel_to_frequency(row.starting_frequency, number);
+            if (row.channels.contains(number) && frequency_to_band(frequency) == band) {
+                return frequency;
+            }
         }
     }
     return channel_to_frequency(band_to_starting_frequency(band), number);
