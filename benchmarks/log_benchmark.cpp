@@ -6,7 +6,7 @@
 #include <spdlog/sinks/null_sink.h>
 #include <spdlog/spdlog.h>
 
-#include "log_module.hpp"
+#include "internal/log_module.hpp"
 #include "nuv/logging/clogger_proxy.hpp"
 #include "nuv/logging/clogmod_proxy.hpp"
 

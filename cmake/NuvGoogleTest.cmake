@@ -10,3 +10,8 @@ if(CMAKE_CROSSCOMPILING)
 else()
     find_package(GTest REQUIRED)
 endif()
+
+nuv_precompile(nuv_test_headers ${standard_headers} <gmock/gmock.h> <gtest/gtest.h>)
+target_link_libraries(nuv_test_headers PRIVATE GTest::gmock_main)
+set_target_properties(nuv_test_headers PROPERTIES POSITION_INDEPENDENT_CODE OFF)
+target_compile_options(nuv_test_headers PRIVATE -fPIE)

@@ -1,45 +1,76 @@
 # SPDX-License-Identifier: Apache-2.0
-# What an installation holds: headers, libnuv, both platforms, a CMake package, pkg-config files, and
-# the tool where it is built. Nothing in it names the prefix, so the tree may be moved afterwards.
+# What an installation holds: headers, libraries, a CMake package, pkg-config files, documents and
+# examples, and the tool where it is built. Nothing in it names the prefix: the tree may be moved.
 include(CMakePackageConfigHelpers)
 
+set(installed_targets nuv nuv_core nuv_platform_api nuv_platform_fake)
+if(TARGET nuv_platform_linux)
+    list(APPEND installed_targets nuv_platform_linux)
+endif()
 set_target_properties(nuv_platform_api PROPERTIES EXPORT_NAME platform_api)
-install(TARGETS nuv nuv_platform_api nuv_platform_linux nuv_platform_fake EXPORT nuvTargets)
+install(TARGETS ${installed_targets} EXPORT nuvTargets)
 install(DIRECTORY include/nuv platform/include/nuv_platform
         DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}" FILES_MATCHING PATTERN "*.hpp" PATTERN "*.h")
 
+list(TRANSFORM installed_targets REPLACE "^nuv_" "" OUTPUT_VARIABLE installed_components)
+list(JOIN installed_components " " installed_components)
 set(package_dir "${CMAKE_INSTALL_LIBDIR}/cmake/nuv")
 install(EXPORT nuvTargets NAMESPACE nuv:: DESTINATION "${package_dir}")
 configure_package_config_file(cmake/nuvConfig.cmake.in nuvConfig.cmake
                               INSTALL_DESTINATION "${package_dir}")
-# Before 1.0 a minor version may break its callers.
-write_basic_package_version_file(nuvConfigVersion.cmake COMPATIBILITY SameMinorVersion)
+# The ABI rule of include/nuv/version.hpp.
+if(PROJECT_VERSION_MAJOR EQUAL 0)
+    set(compatibility SameMinorVersion)
+else()
+    set(compatibility SameMajorVersion)
+endif()
+write_basic_package_version_file(nuvConfigVersion.cmake COMPATIBILITY ${compatibility})
 install(FILES "${CMAKE_CURRENT_BINARY_DIR}/nuvConfig.cmake"
               "${CMAKE_CURRENT_BINARY_DIR}/nuvConfigVersion.cmake" DESTINATION "${package_dir}")
 
-# nuv.pc is for programs, nuv-fake.pc for their unit tests: the same library above another platform.
+# nuv-core.pc is the library without a platform; nuv.pc adds the chosen one, for programs;
+# nuv-fake.pc adds the test double, for their unit tests.
 set(pc_dir "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
 cmake_path(RELATIVE_PATH CMAKE_INSTALL_PREFIX BASE_DIRECTORY "${CMAKE_INSTALL_PREFIX}/${pc_dir}"
            OUTPUT_VARIABLE pc_to_prefix)
-function(nuv_pkg_config name platform)
-    if(NOT platform STREQUAL "external")
-        set(platform_library " -lnuv_platform_${platform}")
-    endif()
+function(nuv_pkg_config name description)
+    cmake_parse_arguments(arg "" "REQUIRES;REQUIRES_PRIVATE;LIBS;LIBS_PRIVATE" "" ${ARGN})
     configure_file(cmake/nuv.pc.in "${name}.pc" @ONLY)
     install(FILES "${CMAKE_CURRENT_BINARY_DIR}/${name}.pc" DESTINATION "${pc_dir}")
 endfunction()
-nuv_pkg_config(nuv "${NUV_PLATFORM}")
-nuv_pkg_config(nuv-fake fake)
+function(nuv_platform_pkg_config name platform)
+    get_property(optional_calls GLOBAL PROPERTY NUV_OPTIONAL_PLATFORM_CALLS)
+    list(TRANSFORM optional_calls PREPEND "-Wl,-u,")
+    list(JOIN optional_calls " " optional_calls)
+    nuv_pkg_config(${name} "${PROJECT_DESCRIPTION}, on the platform ${platform}"
+        REQUIRES nuv-core LIBS "-L\${libdir} ${optional_calls} -lnuv_platform_${platform}")
+endfunction()
+
+if(BUILD_SHARED_LIBS)
+    nuv_pkg_config(nuv-core "${PROJECT_DESCRIPTION}, without a platform"
+        REQUIRES_PRIVATE yajl LIBS "-L\${libdir} -lnuv")
+else()
+    # The programs hold what they call, not whole files of the library.
+    nuv_pkg_config(nuv-core "${PROJECT_DESCRIPTION}, without a platform"
+        REQUIRES yajl LIBS "-L\${libdir} -lnuv -Wl,--gc-sections")
+endif()
+nuv_platform_pkg_config(nuv-fake fake)
+if(NUV_PLATFORM STREQUAL "external")
+    nuv_pkg_config(nuv "${PROJECT_DESCRIPTION}, the platform is the program's" REQUIRES nuv-core)
+else()
+    nuv_platform_pkg_config(nuv ${NUV_PLATFORM})
+endif()
+
+install(FILES LICENSE README.md CHANGELOG.md ARCHITECTURE.md DESTINATION "${CMAKE_INSTALL_DOCDIR}")
+install(DIRECTORY docs examples DESTINATION "${CMAKE_INSTALL_DOCDIR}"
+        FILES_MATCHING PATTERN "*.md" PATTERN "*.cpp" PATTERN "*.hpp" PATTERN "*.pcap")
 
 if(TARGET nuvctl)
     cmake_path(RELATIVE_PATH CMAKE_INSTALL_FULL_LIBDIR BASE_DIRECTORY "${CMAKE_INSTALL_FULL_BINDIR}"
                OUTPUT_VARIABLE bin_to_lib)
     set_target_properties(nuvctl PROPERTIES INSTALL_RPATH "$ORIGIN/${bin_to_lib}")
     install(TARGETS nuvctl)
-    file(GLOB manuals CONFIGURE_DEPENDS tools/nuvctl/*.1)
-    install(FILES ${manuals} DESTINATION "${CMAKE_INSTALL_MANDIR}/man1")
-    if(EXISTS "${PROJECT_SOURCE_DIR}/tools/nuvctl/nuvctl.bash")
-        install(FILES tools/nuvctl/nuvctl.bash RENAME nuvctl
-                DESTINATION "${CMAKE_INSTALL_DATADIR}/bash-completion/completions")
-    endif()
+    install(FILES tools/nuvctl/nuvctl.1 DESTINATION "${CMAKE_INSTALL_MANDIR}/man1")
+    install(FILES tools/nuvctl/nuvctl.bash RENAME nuvctl
+            DESTINATION "${CMAKE_INSTALL_DATADIR}/bash-completion/completions")
 endif()

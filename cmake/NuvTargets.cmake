@@ -4,10 +4,14 @@
 add_library(nuv_options INTERFACE)
 target_compile_features(nuv_options INTERFACE cxx_std_20 c_std_11)
 target_compile_options(nuv_options INTERFACE
-    -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror
+    -Wall -Wextra -Wpedantic -Wconversion -Wshadow
     # Log records and assertions name a file from the root of the repository.
     -ffile-prefix-map=${PROJECT_SOURCE_DIR}/=)
 target_include_directories(nuv_options INTERFACE "${PROJECT_SOURCE_DIR}")
+if(NOT BUILD_SHARED_LIBS)
+    # A static program holds the functions that it calls, not the files that they stand in.
+    target_compile_options(nuv_options INTERFACE -ffunction-sections -fdata-sections)
+endif()
 set(CMAKE_CXX_EXTENSIONS OFF)
 set(CMAKE_C_EXTENSIONS OFF)
 set(CMAKE_CXX_VISIBILITY_PRESET hidden)
@@ -27,6 +31,34 @@ if(NUV_BUILD_FUZZERS)
     add_compile_options(-fsanitize=fuzzer-no-link)
 endif()
 
+# Precompiled headers save half of the compilers' time. Each source names what it needs all the same: the
+# clang preset builds without them. Programs have headers of their own, because they are compiled as
+# such (-fPIE), libraries as parts of shared objects (-fPIC).
+set(standard_headers <algorithm> <array> <bitset> <charconv> <chrono> <cstdint> <functional>
+    <initializer_list> <iomanip> <iostream> <limits> <map> <memory> <optional> <set> <span> <sstream>
+    <stdexcept> <string> <string_view> <type_traits> <utility> <variant> <vector>)
+function(nuv_precompile name)
+    add_library(${name} OBJECT "${PROJECT_SOURCE_DIR}/cmake/precompiled.cpp")
+    target_link_libraries(${name} PRIVATE nuv_options)
+    target_precompile_headers(${name} PRIVATE ${ARGN})
+endfunction()
+nuv_precompile(nuv_library_headers ${standard_headers})
+
+# nuv_library(NAME [SOURCE...]): an installed library, shared or static as BUILD_SHARED_LIBS says. Its
+# soname follows the ABI rule of include/nuv/version.hpp.
+set(NUV_ABI ${PROJECT_VERSION_MAJOR})
+if(NUV_ABI EQUAL 0)
+    string(APPEND NUV_ABI .${PROJECT_VERSION_MINOR})
+endif()
+function(nuv_library name)
+    add_library(${name} ${ARGN})
+    target_link_libraries(${name} PRIVATE $<BUILD_INTERFACE:nuv_options>)
+    if(ARGN)
+        target_precompile_headers(${name} REUSE_FROM nuv_library_headers)
+    endif()
+    set_target_properties(${name} PROPERTIES VERSION ${PROJECT_VERSION} SOVERSION ${NUV_ABI})
+endfunction()
+
 # The sources of a folder are its .cpp files: a file that is there is built.
 function(nuv_sources variable)
     file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${ARGN})
@@ -39,6 +71,7 @@ function(nuv_test name)
     cmake_parse_arguments(arg "" "" "SOURCES;LIBRARIES;LABELS" ${ARGN})
     add_executable(${name} ${arg_SOURCES})
     target_link_libraries(${name} PRIVATE nuv_options ${arg_LIBRARIES} GTest::gmock_main)
+    target_precompile_headers(${name} REUSE_FROM nuv_test_headers)
     if(CMAKE_CROSSCOMPILING)
         add_test(NAME ${name} COMMAND ${name})
         set_tests_properties(${name} PROPERTIES LABELS "${arg_LABELS}")

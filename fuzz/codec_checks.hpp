@@ -12,7 +12,7 @@
 #include <string_view>
 #include <vector>
 
-#include "byte_cursor.hpp"
+#include "internal/byte_cursor.hpp"
 #include "nuv/ieee802_11/ieee802_11_assoc_request_frame.hpp"
 #include "nuv/ieee802_11/ieee802_11_eht_capabilities.hpp"
 #include "nuv/ieee802_11/ieee802_11_eht_operation.hpp"

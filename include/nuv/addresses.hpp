@@ -2,13 +2,13 @@
 #pragma once
 
 /// @file
-/// The whole of addresses and identities.
+/// All addresses and identities.
 
 #include "nuv/basic_version.hpp"
 #include "nuv/device_id.hpp"
 #include "nuv/ether_header.hpp"
-#include "nuv/fixed_byte_buffer.hpp"
 #include "nuv/id.hpp"
+#include "nuv/interface_name.hpp"
 #include "nuv/ip_address.hpp"
 #include "nuv/ipv4_address.hpp"
 #include "nuv/ipv6_address.hpp"

@@ -18,9 +18,10 @@
 #include "nuv/serialization_context.hpp"
 #include "nuv/serialization_exception.hpp"
 
-namespace nuv::serialization {
+namespace nuv::impl {
 
-namespace impl {
+using serialization::BinarySerializable;
+using serialization::SerializationContext;
 
 /// Writes `size` octets in one stream-buffer operation. Throws SerializationException(`failure`) if
 /// the stream then has its bad or fail bit set; end-of-file alone is no failure.
@@ -217,7 +218,9 @@ template <class T>
 concept ListOfSerializable =
     std::ranges::sized_range<T> && !HasWireForm<T> && !std::derived_from<T, BinarySerializable>;
 
-}  // namespace impl
+}  // namespace nuv::impl
+
+namespace nuv::serialization {
 
 /// The binary codec of a value type: `serialize(os, ctx, value)` and `deserialize(is, ctx, value)`.
 /// Both throw SerializationException if the stream fails. Every codec of a value of fixed size is

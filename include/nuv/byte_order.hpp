@@ -4,6 +4,8 @@
 #include <concepts>
 #include <cstdint>
 
+#include "nuv/export.hpp"
+
 namespace nuv {
 
 /// `value` with its octets in reverse: from the order in which this library keeps a number of IEEE

@@ -4,6 +4,8 @@
 #include <bitset>
 #include <cstdint>
 
+#include "nuv/export.hpp"
+
 namespace nuv {
 
 /// Which members of a category have changed: bit i is member i.

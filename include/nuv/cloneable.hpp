@@ -3,6 +3,8 @@
 
 #include <memory>
 
+#include "nuv/export.hpp"
+
 namespace nuv {
 
 /// What can be copied through a pointer to its base `T`.

@@ -16,6 +16,7 @@
 #include "nuv/binary_serializable.hpp"
 #include "nuv/export.hpp"
 #include "nuv/fixed_byte_buffer.hpp"
+#include "nuv/interface_name.hpp"
 #include "nuv/ip_address.hpp"
 #include "nuv/json_serializable.hpp"
 #include "nuv/json_serializable_type.hpp"

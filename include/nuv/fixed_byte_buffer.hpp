@@ -13,6 +13,8 @@
 #include <string>
 #include <string_view>
 
+#include "nuv/export.hpp"
+
 namespace nuv {
 
 /// At most N bytes, kept in place; what is behind size() is always zero. Whatever makes it longer
@@ -81,9 +83,6 @@ private:
     std::uint32_t size_ = 0;
     std::array<std::uint8_t, N> bytes_{};
 };
-
-using InterfaceName = FixedByteBuffer<15>;
-using SSID = FixedByteBuffer<32>;
 
 }  // namespace nuv
 

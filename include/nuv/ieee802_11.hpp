@@ -43,3 +43,4 @@
 #include "nuv/ieee802_11/ieee802_11_tim_broadcast_request.hpp"
 #include "nuv/ieee802_11/ieee802_11_vht_capabilities.hpp"
 #include "nuv/ieee802_11/rsn_security.hpp"
+#include "nuv/ssid.hpp"

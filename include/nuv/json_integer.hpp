@@ -3,6 +3,8 @@
 
 #include <concepts>
 
+#include "nuv/export.hpp"
+
 namespace nuv::serialization {
 
 /// What is written as a JSON integer and read from one: every integer type except bool and char.

@@ -17,7 +17,7 @@
 #include "nuv/json_integer.hpp"
 #include "nuv/json_serializable.hpp"
 #include "nuv/json_serialize_factory.hpp"
-#include "nuv/scoped_json_array.hpp"
+#include "nuv/scoped_json.hpp"
 #include "nuv/serialization_context.hpp"
 #include "nuv/serialization_exception.hpp"
 #include "nuv/yajl_node.hpp"
@@ -53,7 +53,16 @@ concept JSONText = requires(T value, const std::string& text) {
     { value.parse_string(text) } -> std::same_as<bool>;
 };
 
-namespace impl {
+}  // namespace nuv::serialization
+
+namespace nuv::impl {
+
+using serialization::JSONInteger;
+using serialization::JSONSerializable;
+using serialization::SerializationContext;
+using serialization::SerializationException;
+using serialization::YAJLNode;
+using serialization::YAJLStream;
 
 /// Throws "Serialization of `type` failed".
 [[noreturn]] NUV_EXPORT void throw_json_write_failed(std::string_view type);
@@ -124,7 +133,9 @@ void write_json_primitive(YAJLStream& stream, const auto& value) {
     }
 }
 
-}  // namespace impl
+}  // namespace nuv::impl
+
+namespace nuv::serialization {
 
 /// null, bool, integers of 8 to 64 bits, text. An integer is cut to the low bits that fit into T:
 /// 300 read as std::uint8_t is 44, and no error.

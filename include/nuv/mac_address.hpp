@@ -11,7 +11,7 @@
 #include <string_view>
 
 #include "nuv/export.hpp"
-#include "nuv/fixed_byte_buffer.hpp"
+#include "nuv/interface_name.hpp"
 #include "nuv/json_serializable_type.hpp"
 
 namespace nuv {

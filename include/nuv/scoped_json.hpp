@@ -10,7 +10,11 @@ namespace nuv::serialization {
 
 class YAJLStream;
 
-namespace impl {
+}  // namespace nuv::serialization
+
+namespace nuv::impl {
+
+using serialization::YAJLStream;
 
 enum class JSONContainer : std::uint8_t { OBJECT, ARRAY };
 
@@ -33,6 +37,12 @@ private:
 extern template class ScopedJSON<JSONContainer::OBJECT>;
 extern template class ScopedJSON<JSONContainer::ARRAY>;
 
-}  // namespace impl
+}  // namespace nuv::impl
+
+namespace nuv::serialization {
+
+/// A JSON object, and a JSON array, that is open as long as the scope.
+using ScopedJSONObject = impl::ScopedJSON<impl::JSONContainer::OBJECT>;
+using ScopedJSONArray = impl::ScopedJSON<impl::JSONContainer::ARRAY>;
 
 }  // namespace nuv::serialization

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "nuv/export.hpp"
+
 namespace nuv::serialization {
 
 /// Passed by reference through every serialize and deserialize call, binary and JSON alike. The

@@ -8,6 +8,8 @@
 #include <initializer_list>
 #include <iterator>
 
+#include "nuv/export.hpp"
+
 namespace nuv {
 
 /// A set of numbers or enumerators below `N`, one bit each inside the object; iterates in ascending

@@ -12,6 +12,8 @@
 #include <utility>
 #include <vector>
 
+#include "nuv/export.hpp"
+
 namespace nuv {
 
 /// A list that keeps up to `N` elements inside the object and moves to the heap beyond that. What

@@ -7,19 +7,20 @@
 #include <utility>
 
 #include "nuv/export.hpp"
-#include "nuv/scoped_json_array.hpp"
-#include "nuv/scoped_json_object.hpp"
+#include "nuv/scoped_json.hpp"
 
-namespace nuv::serialization {
+namespace nuv::impl {
 
-namespace impl {
+using serialization::YAJLStream;
 
 /// Writes `name` as the key of a container ("object" or "array") and returns the prefix of the
 /// messages about that container. Throws SerializationException.
 NUV_EXPORT std::string write_wrapper_name(YAJLStream& stream, const std::string& container,
                                           const std::string& name);
 
-}  // namespace impl
+}  // namespace nuv::impl
+
+namespace nuv::serialization {
 
 /// Calls `function` between the braces of an object, or the brackets of an array; in the second
 /// form that is the value of the member `name`. Throws SerializationException where a writer

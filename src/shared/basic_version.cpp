@@ -6,7 +6,7 @@
 #include <ostream>
 #include <stdexcept>
 
-#include "no_valid_text.hpp"
+#include "internal/no_valid_text.hpp"
 
 namespace nuv {
 
@@ -21,7 +21,7 @@ BasicVersion::BasicVersion(std::initializer_list<std::uint16_t> components)
 
 BasicVersion::BasicVersion(std::string_view text) {
     if (!parse_string(text)) {
-        throw_no_valid_text(text, TYPE_NAME);
+        impl::throw_no_valid_text(text, TYPE_NAME);
     }
 }
 

@@ -4,9 +4,9 @@
 #include <istream>
 #include <ostream>
 
-namespace nuv::serialization {
+namespace nuv::impl {
 
-namespace impl {
+using serialization::SerializationException;
 
 void write_octets(std::ostream& os, const std::uint8_t* octets, std::size_t size,
                   const char* failure) {
@@ -27,7 +27,9 @@ void check_read(const std::istream& is, const char* failure) {
     }
 }
 
-}  // namespace impl
+}  // namespace nuv::impl
+
+namespace nuv::serialization {
 
 void BinarySerializableType<std::string>::serialize(std::ostream& os, SerializationContext& /*ctx*/,
                                                     const std::string& value) {

@@ -12,13 +12,13 @@
 #include <utility>
 #include <vector>
 
-#include "json_nullable.hpp"
+#include "internal/dbm.hpp"
+#include "internal/json_nullable.hpp"
+#include "internal/stamped_fields.hpp"
 #include "nuv/frequency_conversion.hpp"
-#include "stamped_fields.hpp"
 
 namespace nuv {
 
-using serialization::if_set;
 using serialization::JSONSerializer;
 using serialization::SerializationContext;
 using serialization::YAJLNode;
@@ -144,28 +144,28 @@ bool ChannelEntry::operator==(const ChannelEntry& other) const {
 
 void ChannelEntry::serialize_impl(YAJLStream& stream, SerializationContext& ctx) const {
     const auto write = [&](std::string_view key, auto value) {
-        write_nullable(stream, ctx, "ChannelEntry", "", key, std::move(value));
+        impl::write_nullable(stream, ctx, "ChannelEntry", "", key, std::move(value));
     };
     JSONSerializer::serialize_impl(stream, ctx, "channel", channel_, "frequency", frequency_);
-    write("config_flags", if_set(config_flags_, names_of));
-    write("max_regulatory_power", if_set(max_regulatory_power_, serialization::whole_dbm));
+    write("config_flags", impl::if_set(config_flags_, names_of));
+    write("max_regulatory_power", impl::if_set(max_regulatory_power_, impl::whole_dbm));
 }
 
 void ChannelEntry::deserialize_impl(YAJLNode& node, SerializationContext& ctx) {
     ChannelEntry read;
     JSONSerializer::deserialize(node, ctx, "channel", read.channel_);
-    read_nullable(node, ctx, "frequency", read.frequency_);
+    impl::read_nullable(node, ctx, "frequency", read.frequency_);
     if (read.frequency_ == KiloHertz()) {
         read.frequency_ = frequency_of(read.channel_);
     }
     // Marks and power are local to who wrote them. That the flags are set is told, not which; the
     // power is read for its type alone.
     std::vector<std::string> names;
-    if (read_nullable(node, ctx, "config_flags", names)) {
+    if (impl::read_nullable(node, ctx, "config_flags", names)) {
         read.config_flags_.set({});
     }
     std::int32_t power = 0;
-    read_nullable(node, ctx, "max_regulatory_power", power);
+    impl::read_nullable(node, ctx, "max_regulatory_power", power);
     *this = read;
 }
 

@@ -13,14 +13,14 @@
 #include <tuple>
 #include <utility>
 
-#include "json_nullable.hpp"
-#include "log_module.hpp"
+#include "internal/dbm.hpp"
+#include "internal/json_nullable.hpp"
+#include "internal/log_module.hpp"
+#include "internal/stamped_fields.hpp"
 #include "nuv/frequency_conversion.hpp"
-#include "stamped_fields.hpp"
 
 namespace nuv {
 
-using serialization::if_set;
 using serialization::SerializationContext;
 using serialization::SerializationException;
 using serialization::YAJLNode;
@@ -28,7 +28,7 @@ using serialization::YAJLStream;
 
 namespace {
 
-constinit logging::LogModule log_module{"channel_info"};
+constinit impl::LogModule log_module{"channel_info", "src/shared/channel_info"};
 
 std::string text_of(KiloHertz frequency) { return std::to_string(frequency.count()) + " kHz"; }
 
@@ -133,7 +133,7 @@ void ChannelInfo::update(const ChannelInfo& other) {
 
 void ChannelInfo::serialize_impl(YAJLStream& stream, SerializationContext& ctx) const {
     const auto write = [&](std::string_view key, auto value) {
-        write_nullable(stream, ctx, "ChannelInfo", ".", key, std::move(value));
+        impl::write_nullable(stream, ctx, "ChannelInfo", ".", key, std::move(value));
     };
     const auto map_of = [](const ChannelSegment& segment) {
         return static_cast<std::uint16_t>(segment.puncturing_map.to_ulong());
@@ -141,36 +141,36 @@ void ChannelInfo::serialize_impl(YAJLStream& stream, SerializationContext& ctx) 
     const bool paired =
         primary_segment_.is_set() && primary_segment_.get().width == ChannelWidth::HT8080;
 
-    write("primary_freq", if_set(primary_frequency_, std::identity()));
-    write("primary_center", if_set(primary_segment_, &ChannelSegment::center_frequency));
-    write("channel_width", if_set(primary_segment_, &ChannelSegment::width));
-    write("puncturing_map", if_set(primary_segment_, map_of));
+    write("primary_freq", impl::if_set(primary_frequency_, std::identity()));
+    write("primary_center", impl::if_set(primary_segment_, &ChannelSegment::center_frequency));
+    write("channel_width", impl::if_set(primary_segment_, &ChannelSegment::width));
+    write("puncturing_map", impl::if_set(primary_segment_, map_of));
     write("secondary_center", paired ? std::optional(secondary_center_frequency_) : std::nullopt);
-    write("max_regulatory_power", if_set(max_regulatory_power_, serialization::whole_dbm));
+    write("max_regulatory_power", impl::if_set(max_regulatory_power_, impl::whole_dbm));
 }
 
 void ChannelInfo::deserialize_impl(YAJLNode& node, SerializationContext& ctx) {
     const std::int64_t now = steady_now_ns();
     ChannelInfo read;
     KiloHertz frequency;
-    if (read_nullable(node, ctx, "primary_freq", frequency)) {
+    if (impl::read_nullable(node, ctx, "primary_freq", frequency)) {
         read.set_primary_frequency({frequency, now});
     }
     ChannelSegment segment;
-    if (read_nullable(node, ctx, "primary_center", segment.center_frequency)) {
-        if (!read_nullable(node, ctx, "channel_width", segment.width)) {
+    if (impl::read_nullable(node, ctx, "primary_center", segment.center_frequency)) {
+        if (!impl::read_nullable(node, ctx, "channel_width", segment.width)) {
             throw SerializationException(
                 "Deserialization of ChannelInfo failed because channel_width is missing or null.");
         }
         std::uint16_t map = 0;
         KiloHertz secondary_center;
-        read_nullable(node, ctx, "puncturing_map", map);
-        read_nullable(node, ctx, "secondary_center", secondary_center);
+        impl::read_nullable(node, ctx, "puncturing_map", map);
+        impl::read_nullable(node, ctx, "secondary_center", secondary_center);
         segment.puncturing_map = map;
         read.set_segment({segment, now}, secondary_center);
     }
     std::int32_t power = 0;
-    if (read_nullable(node, ctx, "max_regulatory_power", power)) {
+    if (impl::read_nullable(node, ctx, "max_regulatory_power", power)) {
         read.set_max_regulatory_power({static_cast<float>(power), now});
     }
     *this = read;
@@ -181,7 +181,7 @@ std::ostream& operator<<(std::ostream& os, const ChannelInfo& info) {
     std::ostringstream text;
     text.imbue(std::locale::classic());
     text << "primary frequency: "
-         << if_set(info.get_primary_frequency(), text_with_channel).value_or(UNSET)
+         << impl::if_set(info.get_primary_frequency(), text_with_channel).value_or(UNSET)
          << ", segment info: ";
     if (info.get_primary_segment().is_set()) {
         const ChannelSegment& segment = info.get_primary_segment().get();

@@ -6,7 +6,7 @@
 #include <string>
 #include <utility>
 
-#include "log_module.hpp"
+#include "internal/log_module.hpp"
 #include "nuv/json_serializer.hpp"
 
 namespace nuv {
@@ -18,7 +18,7 @@ using serialization::YAJLStream;
 
 namespace {
 
-constinit logging::LogModule log_module{"channel_list"};
+constinit impl::LogModule log_module{"channel_list", "src/shared/channel_list"};
 
 bool same_frequency(const ChannelEntry& a, const ChannelEntry& b) {
     return a.get_frequency() == b.get_frequency();

@@ -8,8 +8,8 @@
 #include <stdexcept>
 #include <vector>
 
-#include "enum_table.hpp"
-#include "no_valid_text.hpp"
+#include "internal/enum_table.hpp"
+#include "internal/no_valid_text.hpp"
 #include "nuv/binary_serializable_type.hpp"
 #include "nuv/ipv4_address.hpp"
 #include "nuv/ipv6_address.hpp"
@@ -145,7 +145,7 @@ LLDPIdentifier<SubtypeEnum>::LLDPIdentifier(Subtype subtype, std::span<const std
 template <class SubtypeEnum>
 LLDPIdentifier<SubtypeEnum>::LLDPIdentifier(std::string_view text) {
     if (!parse_string(text)) {
-        throw_no_valid_text(text, TYPE_NAME);
+        impl::throw_no_valid_text(text, TYPE_NAME);
     }
 }
 
@@ -160,7 +160,7 @@ LLDPIdentifier<SubtypeEnum> LLDPIdentifier<SubtypeEnum>::of_value_text(Subtype s
     }
     const auto octets = unescape(value);
     if (!octets) {
-        throw_no_valid_text(value, TYPE_NAME);
+        impl::throw_no_valid_text(value, TYPE_NAME);
     }
     return {subtype, *octets};
 }
@@ -265,8 +265,8 @@ void LLDPIdentifier<SubtypeEnum>::deserialize_impl(std::istream& is, Serializati
     BinarySerializableType<Subtype>::deserialize(is, ctx, subtype);
     std::array<std::uint8_t, MAX_OCTETS> buffer{};
     const std::span octets = std::span(buffer).first(length - 1);
-    serialization::impl::read_available(is, octets.data(), octets.size());
-    serialization::impl::check_read(is, serialization::impl::octet_texts.deserialize);
+    impl::read_available(is, octets.data(), octets.size());
+    impl::check_read(is, impl::octet_texts.deserialize);
     const std::string problem = problem_of(subtype, octets);
     if (!problem.empty()) {
         refuse(problem);
@@ -283,7 +283,7 @@ std::ostream& operator<<(std::ostream& os, const PortID& id) { return os << id.t
 
 DeviceID::DeviceID(std::string_view text) {
     if (!parse_string(text)) {
-        throw_no_valid_text(text, "DeviceID");
+        impl::throw_no_valid_text(text, "DeviceID");
     }
 }
 

@@ -4,7 +4,7 @@
 #include <atomic>
 #include <chrono>
 
-#include "steady_clock.hpp"
+#include "internal/steady_clock.hpp"
 
 namespace nuv {
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "enum_table.hpp"
+#include "internal/enum_table.hpp"
 
 #include <ostream>
 #include <stdexcept>

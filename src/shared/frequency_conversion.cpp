@@ -6,7 +6,7 @@
 #include <cstddef>
 #include <limits>
 
-#include "channel_raster.hpp"
+#include "internal/channel_raster.hpp"
 
 namespace nuv {
 namespace {
@@ -23,7 +23,7 @@ constexpr ChannelRange CHANNEL_RANGES[] = {
     {2'484'001, 5'929'999, 5'000'000},
     {5'930'000, 5'949'999, 5'925'000},  // channel 2 of 6 GHz lies below its channel 1
     {5'950'000, 7'124'999, 5'950'000},
-    {START_60_GHZ + 1, 64'800'000, START_60_GHZ},
+    {impl::START_60_GHZ + 1, 64'800'000, impl::START_60_GHZ},
 };
 
 struct BandRange {
@@ -62,13 +62,13 @@ std::uint8_t frequency_to_channel(KiloHertz frequency) noexcept {
     const ChannelRange* range = find_range(CHANNEL_RANGES, frequency);
     // In 64 bits: the difference to a frequency far below zero does not fit 32.
     return range ? static_cast<std::uint8_t>((std::int64_t{frequency.count()} - range->start) /
-                                             channel_step(KiloHertz{range->start}))
+                                             impl::channel_step(KiloHertz{range->start}))
                  : std::uint8_t{0};
 }
 
 KiloHertz channel_to_frequency(KiloHertz band_start, std::uint8_t channel) noexcept {
-    return KiloHertz{static_cast<std::int32_t>(band_start.count() +
-                                               std::int64_t{channel_step(band_start)} * channel)};
+    return KiloHertz{static_cast<std::int32_t>(
+        band_start.count() + std::int64_t{impl::channel_step(band_start)} * channel)};
 }
 
 KiloHertz band_to_starting_frequency(FrequencyBand band) noexcept {

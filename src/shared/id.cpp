@@ -3,13 +3,13 @@
 
 #include <ostream>
 
-#include "no_valid_text.hpp"
+#include "internal/no_valid_text.hpp"
 
 namespace nuv {
 
 ID::ID(std::string_view text) {
     if (!parse_string(text)) {
-        throw_no_valid_text(text, TYPE_NAME);
+        impl::throw_no_valid_text(text, TYPE_NAME);
     }
 }
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "nuv/ieee802_11_codes.hpp"
 
-#include "enum_table.hpp"
+#include "internal/enum_table.hpp"
 
 namespace nuv {
 namespace impl {

@@ -4,11 +4,11 @@
 #include <ostream>
 #include <stdexcept>
 
-#include "enum_table.hpp"
+#include "internal/enum_table.hpp"
+#include "internal/quote.hpp"
 #include "nuv/ipv4_address.hpp"
 #include "nuv/ipv6_address.hpp"
 #include "nuv/json_serializer.hpp"
-#include "quote.hpp"
 
 namespace nuv {
 namespace impl {
@@ -36,7 +36,7 @@ std::unique_ptr<IPAddress> IPAddress::guess_version_and_parse(std::string_view t
     if ((dots == 0 || dots == 3) && colons >= 2 && colons <= 7) {
         return std::make_unique<IPv6Address>(text);
     }
-    throw std::invalid_argument("Could not guess IP address version for " + quote(text));
+    throw std::invalid_argument("Could not guess IP address version for " + impl::quote(text));
 }
 
 bool operator==(const IPAddress& a, const IPAddress& b) {

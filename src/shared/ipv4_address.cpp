@@ -6,8 +6,8 @@
 #include <charconv>
 #include <stdexcept>
 
-#include "quote.hpp"
-#include "text_scan.hpp"
+#include "internal/quote.hpp"
+#include "internal/text_scan.hpp"
 
 namespace nuv {
 
@@ -16,7 +16,8 @@ namespace {
 constexpr std::size_t MAX_TEXT = 15;
 
 [[noreturn]] void refuse(std::string_view text, const std::string& reason) {
-    throw std::invalid_argument("Could not parse IPv4 address " + quote(text) + ": " + reason);
+    throw std::invalid_argument("Could not parse IPv4 address " + impl::quote(text) + ": " +
+                                reason);
 }
 
 }  // namespace
@@ -70,7 +71,7 @@ void IPv4Address::from_string(std::string_view text) {
         refuse(text, "String is too long");
     }
     std::array<std::uint32_t, 4> numbers{};
-    TextScan scan(text);
+    impl::TextScan scan(text);
     for (std::size_t i = 0; i < numbers.size(); ++i) {
         if ((i > 0 && !scan.literal('.')) || !scan.number<10>(numbers[i], 3)) {
             refuse(text, "String contains invalid octets");

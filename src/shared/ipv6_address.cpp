@@ -6,9 +6,9 @@
 #include <optional>
 #include <stdexcept>
 
+#include "internal/quote.hpp"
+#include "internal/text_scan.hpp"
 #include "nuv/ipv4_address.hpp"
-#include "quote.hpp"
-#include "text_scan.hpp"
 
 namespace nuv {
 
@@ -21,7 +21,8 @@ constexpr std::size_t MIN_SEGMENTS = 3;
 constexpr std::size_t IPV4_SEGMENTS = 2;  // whose place a dotted end takes
 
 [[noreturn]] void refuse(std::string_view text, const std::string& reason) {
-    throw std::invalid_argument("Could not parse IPv6 address " + quote(text) + ": " + reason);
+    throw std::invalid_argument("Could not parse IPv6 address " + impl::quote(text) + ": " +
+                                reason);
 }
 
 /// `segment` as an IPv4 address, if it is one.
@@ -203,10 +204,10 @@ void IPv6Address::from_string(std::string_view text) {
             continue;
         }
         // As lenient as the scan of an IPv4 address; "-1" is 0xFFFF.
-        TextScan scan(segment);
+        impl::TextScan scan(segment);
         std::uint32_t value = 0;
         if (!scan.number<16>(value, 4) || !scan.at_end()) {
-            refuse(text, "Invalid segment " + quote(segment));
+            refuse(text, "Invalid segment " + impl::quote(segment));
         }
         at = put(static_cast<std::uint16_t>(value), at);
     }

@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "nuv/json_serializable_type.hpp"
 
-#include "nuv/scoped_json_object.hpp"
-#include "quote.hpp"
+#include "internal/quote.hpp"
+#include "nuv/scoped_json.hpp"
 
-namespace nuv::serialization::impl {
+namespace nuv::impl {
+
+using serialization::ScopedJSONObject;
 
 void throw_json_write_failed(std::string_view type) {
     throw SerializationException("Serialization of " + std::string(type) + " failed");
@@ -45,4 +47,4 @@ void read_json_object(YAJLNode& node, SerializationContext& ctx, const std::stri
     value.deserialize_impl(object, ctx);
 }
 
-}  // namespace nuv::serialization::impl
+}  // namespace nuv::impl

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "log_module.hpp"
+#include "internal/log_module.hpp"
 
-#include "logging/log_pieces.hpp"
+#include "internal/logging/log_pieces.hpp"
 #include "nuv/logging/chunk_io_manipulator.hpp"
 
-namespace nuv::logging {
+namespace nuv::impl {
 
 LogLine::~LogLine() {
     constexpr std::array FUNCTIONS = {clogmod__err, clogmod__warn, clogmod__info, clogmod__debug,
@@ -15,7 +15,7 @@ LogLine::~LogLine() {
         }
         if (!text_.empty()) {
             clogmod* const module = module_.get();
-            log_pieces(text_, get_clogger_chunking(clogmod_get_clogger(module)),
+            log_pieces(text_, logging::get_clogger_chunking(clogmod_get_clogger(module)),
                        [&](const char* piece) {
                            FUNCTIONS[level_](module, file_, function_, line_, "%s", piece);
                        });
@@ -32,4 +32,4 @@ LogLine& LogLine::operator<<(std::ios_base& (*manipulator)(std::ios_base&)) {
     return *this;
 }
 
-}  // namespace nuv::logging
+}  // namespace nuv::impl

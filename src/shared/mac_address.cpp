@@ -6,16 +6,16 @@
 #include <istream>
 #include <ostream>
 
-#include "masked_exceptions.hpp"
-#include "no_valid_text.hpp"
+#include "internal/masked_exceptions.hpp"
+#include "internal/no_valid_text.hpp"
+#include "internal/octet_text.hpp"
 #include "nuv_platform/ifwatch.h"
-#include "octet_text.hpp"
 
 namespace nuv {
 
 MACAddress::MACAddress(std::string_view text) {
     if (!parse_string(text)) {
-        throw_no_valid_text(text, "MACAddress");
+        impl::throw_no_valid_text(text, "MACAddress");
     }
 }
 
@@ -41,11 +41,11 @@ bool MACAddress::parse_string(std::string_view text) noexcept {
 }
 
 std::string MACAddress::to_string() const {
-    return std::string(OctetText<MAC_ADDR_LEN>(octets_).view());
+    return std::string(impl::OctetText<MAC_ADDR_LEN>(octets_).view());
 }
 
 std::ostream& operator<<(std::ostream& os, const MACAddress& address) {
-    const OctetText<MACAddress::MAC_ADDR_LEN> text(address.octets());
+    const impl::OctetText<MACAddress::MAC_ADDR_LEN> text(address.octets());
     return os.write(text.view().data(), MACAddress::MAC_ADDR_STRING_LEN);
 }
 
@@ -58,7 +58,7 @@ std::istream& operator>>(std::istream& is, MACAddress& address) {
 
     std::string word;
     {
-        const MaskedExceptions masked(is);  // the state is not final yet
+        const impl::MaskedExceptions masked(is);  // the state is not final yet
         is >> word;
     }
     MACAddress read;
@@ -95,7 +95,7 @@ namespace nuv::serialization {
 
 void JSONSerializableType<MACAddress>::serialize(YAJLStream& stream, SerializationContext&,
                                                  const MACAddress& value) {
-    if (!stream.write_string(OctetText<MACAddress::MAC_ADDR_LEN>(value.octets()).view())) {
+    if (!stream.write_string(impl::OctetText<MACAddress::MAC_ADDR_LEN>(value.octets()).view())) {
         impl::throw_json_write_failed("MACAddress");
     }
 }

@@ -3,8 +3,8 @@
 
 #include <cstdio>
 
-#include "octet_text.hpp"
-#include "quote.hpp"
+#include "internal/octet_text.hpp"
+#include "internal/quote.hpp"
 
 namespace nuv::serialization {
 
@@ -12,14 +12,15 @@ using plc::NID;
 
 void JSONSerializableType<NID>::serialize(YAJLStream& stream, SerializationContext&,
                                           const NID& value) {
-    impl::write_json_primitive<std::string>(stream, OctetText<NID::NID_LEN>(value.octets()).view());
+    impl::write_json_primitive<std::string>(stream,
+                                            impl::OctetText<NID::NID_LEN>(value.octets()).view());
 }
 
 void JSONSerializableType<NID>::deserialize(YAJLNode& node, SerializationContext&,
                                             const std::string& key, NID& value) {
     std::string text;
     if (!node.get_string(key, text)) {
-        impl::throw_json_read_failed("NID", key, ", got: " + quote(text));
+        impl::throw_json_read_failed("NID", key, ", got: " + impl::quote(text));
     }
     // A scan on purpose, as lenient as it is: other writers of these texts rely on it.
     NID::Octets octets{};

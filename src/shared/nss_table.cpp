@@ -7,9 +7,9 @@
 #include <ostream>
 #include <string>
 
-#include "json_nullable.hpp"
+#include "internal/json_nullable.hpp"
 #include "nuv/frequency_conversion.hpp"
-#include "nuv/scoped_json_object.hpp"
+#include "nuv/scoped_json.hpp"
 
 namespace nuv {
 
@@ -108,7 +108,7 @@ void JSONSerializableType<NSSTable>::deserialize(YAJLNode& node, SerializationCo
     NSSTable table;
     for (const ChannelWidth width : WIDTHS) {
         std::uint8_t streams = 0;
-        read_nullable(widths, ctx, enum_to_string(width), streams);
+        impl::read_nullable(widths, ctx, enum_to_string(width), streams);
         table.update_num_streams(width, streams, false, false);
     }
     value = table;

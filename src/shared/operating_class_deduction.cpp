@@ -8,13 +8,13 @@
 #include <stdexcept>
 #include <utility>
 
-#include "channel_raster.hpp"
-#include "enum_table.hpp"
+#include "internal/channel_raster.hpp"
+#include "internal/enum_table.hpp"
+#include "internal/operating_class_tables.hpp"
 #include "nuv/channel_entry.hpp"
 #include "nuv/channel_info.hpp"
 #include "nuv/channel_list.hpp"
 #include "nuv/frequency_conversion.hpp"
-#include "operating_class_tables.hpp"
 
 namespace nuv::impl {
 
@@ -33,7 +33,7 @@ struct EnumTexts<OperatingClassDeduction::Region> {
 namespace nuv::OperatingClassDeduction {
 namespace {
 
-using tables::segment_channels;
+using impl::operating_class_tables::segment_channels;
 
 constexpr std::size_t bit(ChannelCapabilityBit value) { return static_cast<std::size_t>(value); }
 
@@ -74,7 +74,7 @@ std::vector<KiloHertz> frequencies_of(const OpclassDefinition& row, const Channe
 std::optional<std::uint8_t> channel_at(const OpclassDefinition& row, KiloHertz frequency) {
     const std::int64_t offset =
         std::int64_t{frequency.count()} - std::int64_t{row.starting_frequency.count()};
-    const auto step = static_cast<std::uint32_t>(channel_step(row.starting_frequency));
+    const auto step = static_cast<std::uint32_t>(impl::channel_step(row.starting_frequency));
     if (offset < 0 || offset > 255 * std::int64_t{step}) {
         return std::nullopt;
     }
@@ -450,12 +450,12 @@ void OpclassLookup::print_lookup_table(std::ostream& os) const {
 }
 
 const OpclassLookup& get_channel_opclasses_global() {
-    static const OpclassLookup lookup(tables::GLOBAL_CLASSES);
+    static const OpclassLookup lookup(impl::operating_class_tables::GLOBAL_CLASSES);
     return lookup;
 }
 
 const OpclassLookup& get_channel_opclasses_europe() {
-    static const OpclassLookup lookup(tables::EUROPE_CLASSES);
+    static const OpclassLookup lookup(impl::operating_class_tables::EUROPE_CLASSES);
     return lookup;
 }
 

@@ -7,10 +7,10 @@
 #include <stdexcept>
 #include <utility>
 
+#include "internal/quote.hpp"
+#include "internal/text_scan.hpp"
 #include "nuv/ipv4_address.hpp"
 #include "nuv/json_serializer.hpp"
-#include "quote.hpp"
-#include "text_scan.hpp"
 
 namespace nuv {
 
@@ -39,7 +39,7 @@ struct PrefixText {
 /// What stands before and behind the first "/". Throws std::invalid_argument.
 PrefixText split(std::string_view text) {
     const auto refuse = [&](const char* reason) {
-        throw std::invalid_argument("Expected prefixed IP address but got " + quote(text) +
+        throw std::invalid_argument("Expected prefixed IP address but got " + impl::quote(text) +
                                     " which does not contain " + reason);
     };
     const std::size_t slash = text.find('/');
@@ -51,8 +51,8 @@ PrefixText split(std::string_view text) {
         refuse("a prefix length");
     }
     std::uint32_t number = 0;
-    if (!TextScan(behind).number<10>(number)) {
-        throw std::invalid_argument("Could not parse prefix length from " + quote(behind));
+    if (!impl::TextScan(behind).number<10>(number)) {
+        throw std::invalid_argument("Could not parse prefix length from " + impl::quote(behind));
     }
     return {text.substr(0, slash), static_cast<std::uint8_t>(number)};
 }
@@ -196,7 +196,7 @@ void PrefixedIPAddress::serialize_impl(serialization::YAJLStream& stream,
                                                       get_address().get_version(), "value", text);
     } catch (const serialization::SerializationException& error) {
         throw serialization::SerializationException("Serialization of PrefixedIPAddress " +
-                                                    quote(text) + " failed: " + error.what());
+                                                    impl::quote(text) + " failed: " + error.what());
     }
 }
 
@@ -218,7 +218,7 @@ void PrefixedIPAddress::deserialize_impl(serialization::YAJLNode& node,
     try {
         address->from_string(parts.address);
     } catch (const std::invalid_argument& error) {
-        refuse("Could not parse " + quote(parts.address) + ": " + error.what());
+        refuse("Could not parse " + impl::quote(parts.address) + ": " + error.what());
     }
     *this = PrefixedIPAddress(std::move(address), parts.prefix_length);
 }

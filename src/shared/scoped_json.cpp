@@ -7,7 +7,9 @@
 #include "nuv/serialization_exception.hpp"
 #include "nuv/yajl_stream.hpp"
 
-namespace nuv::serialization::impl {
+namespace nuv::impl {
+
+using serialization::SerializationException;
 
 namespace {
 
@@ -42,4 +44,4 @@ ScopedJSON<container>::~ScopedJSON() noexcept(false) {
 template class ScopedJSON<JSONContainer::OBJECT>;
 template class ScopedJSON<JSONContainer::ARRAY>;
 
-}  // namespace nuv::serialization::impl
+}  // namespace nuv::impl

@@ -3,7 +3,7 @@
 
 #include <ostream>
 
-#include "no_valid_text.hpp"
+#include "internal/no_valid_text.hpp"
 
 namespace nuv {
 
@@ -22,14 +22,14 @@ bool is_name(std::string_view text) {
 
 TarvuAddress::TarvuAddress(std::string_view text) {
     if (!parse_string(text)) {
-        throw_no_valid_text(text, TYPE_NAME);
+        impl::throw_no_valid_text(text, TYPE_NAME);
     }
 }
 
 TarvuAddress::TarvuAddress(std::string_view name, const std::optional<MACAddress>& device)
     : name_(name), device_(device) {
     if (!is_name(name)) {
-        throw_no_valid_text(name, "TarvuAddress name");
+        impl::throw_no_valid_text(name, "TarvuAddress name");
     }
 }
 

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "log_module.hpp"
+#include "internal/log_module.hpp"
 #include "nuv/channel_entry.hpp"
 #include "nuv/channel_info.hpp"
 #include "nuv/channel_list.hpp"
@@ -21,7 +21,7 @@ using OperatingClassDeduction::ChannelSet;
 
 namespace {
 
-constinit logging::LogModule log_module{"type_validator"};
+constinit impl::LogModule log_module{"type_validator", "src/shared/type_validator"};
 
 const OperatingClassDeduction::OpclassLookup& global() {
     return OperatingClassDeduction::get_channel_opclasses_global();

@@ -6,8 +6,8 @@
 #include <cstdio>
 #include <string_view>
 
+#include "internal/quote.hpp"
 #include "nuv/serialization_exception.hpp"
-#include "quote.hpp"
 
 namespace nuv::serialization {
 
@@ -33,7 +33,7 @@ void string_to_uid(UIDType type, const std::string& text, std::uint32_t& id) {
     if (!text.starts_with(prefix) ||
         std::sscanf(text.c_str() + prefix.size(), "%llu", &number) != 1) {
         throw SerializationException("Could not convert string to uid, failed scan of string: " +
-                                     quote(text));
+                                     impl::quote(text));
     }
     id = static_cast<std::uint32_t>(number);
 }

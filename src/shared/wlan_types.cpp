@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "nuv/wlan_types.hpp"
 
-#include "enum_table.hpp"
+#include "internal/enum_table.hpp"
 
 namespace nuv {
 namespace impl {

@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "nuv/wrap_in_yajl.hpp"
 
+#include "internal/quote.hpp"
 #include "nuv/serialization_exception.hpp"
 #include "nuv/yajl_stream.hpp"
-#include "quote.hpp"
 
-namespace nuv::serialization::impl {
+namespace nuv::impl {
+
+using serialization::SerializationException;
 
 std::string write_wrapper_name(YAJLStream& stream, const std::string& container,
                                const std::string& name) {
@@ -16,4 +18,4 @@ std::string write_wrapper_name(YAJLStream& stream, const std::string& container,
     return prefix;
 }
 
-}  // namespace nuv::serialization::impl
+}  // namespace nuv::impl

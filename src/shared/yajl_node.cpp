@@ -11,7 +11,7 @@
 #include <istream>
 #include <limits>
 
-#include "masked_exceptions.hpp"
+#include "internal/masked_exceptions.hpp"
 #include "nuv/serialization_exception.hpp"
 
 namespace nuv::serialization {
@@ -34,8 +34,8 @@ yajl_val member_or_self(yajl_val node, const std::string& key, yajl_type type) {
 
 std::string read_document(std::istream& is) {
     std::string text;
-    const MaskedExceptions masked(is);  // what is wrong with the text is said in one way
-    std::getline(is, text, '\0');       // the parser takes a C string
+    const impl::MaskedExceptions masked(is);  // what is wrong with the text is said in one way
+    std::getline(is, text, '\0');             // the parser takes a C string
     if (is.good()) {
         is.ignore(std::numeric_limits<std::streamsize>::max());
     }

@@ -7,9 +7,9 @@
 #include <random>
 #include <vector>
 
+#include "internal/steady_clock.hpp"
 #include "nuv/channel_info.hpp"
 #include "nuv/wlan_radio.hpp"
-#include "steady_clock.hpp"
 
 namespace nuv::test {
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "log_module.hpp"
+#include "internal/log_module.hpp"
 
 #include <gtest/gtest.h>
 
@@ -18,7 +18,7 @@ namespace {
 
 using Texts = std::vector<std::string>;
 
-constinit LogModule module{"log_module_test"};
+constinit impl::LogModule module{"log_module_test"};
 
 struct Place {
     static constexpr int LINE = __LINE__ + 1;
@@ -51,7 +51,7 @@ TEST(LogModule, MaskedRecordDoesNotEvenLookAtItsOperands) {
 }
 
 TEST(LogModule, WaitsForThePlatformToHaveTheModule) {
-    static constinit LogModule late{"late"};
+    static constinit impl::LogModule late{"late"};
     { NUV_LOG(late, error) << "no platform"; }
     platform::FakePlatform platform;
     platform.fail_next("clogmod_get_or_alloc", 0);
@@ -71,9 +71,9 @@ TEST(LogModule, LineReadsLikeAStream) {
     };
     std::ostringstream expected;
     write(expected);
-    ASSERT_TRUE(module.enabled(LogModule::error));
+    ASSERT_TRUE(module.enabled(impl::LogModule::error));
     {
-        LogLine line(module, LogModule::error, "f", "g", 1);
+        impl::LogLine line(module, impl::LogModule::error, "f", "g", 1);
         write(line);
     }
     EXPECT_EQ(platform.log().texts(), Texts{expected.str()});

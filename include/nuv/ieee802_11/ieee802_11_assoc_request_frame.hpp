@@ -14,8 +14,8 @@
 #include "nuv/binary_serializable.hpp"
 #include "nuv/byte_order.hpp"
 #include "nuv/export.hpp"
-#include "nuv/fixed_byte_buffer.hpp"
 #include "nuv/ieee802_11/ieee802_11_element_base.hpp"
+#include "nuv/ssid.hpp"
 
 namespace nuv::ieee802_11 {
 

@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <string_view>
 
+#include "nuv/export.hpp"
+
 namespace nuv::ieee802_11 {
 
 /// Adjacent bits of an octet, or all of it, with a name of their own.

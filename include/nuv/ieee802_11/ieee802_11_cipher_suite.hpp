@@ -49,7 +49,7 @@ struct IEEE802_11_CipherSuite {
 
 /// A short read leaves the octets read before it applied.
 template <>
-struct nuv::serialization::impl::WireForm<nuv::ieee802_11::IEEE802_11_CipherSuite> {
+struct nuv::impl::WireForm<nuv::ieee802_11::IEEE802_11_CipherSuite> {
     using Suite = ieee802_11::IEEE802_11_CipherSuite;
     static constexpr std::size_t size = 4;
     static constexpr CodecTexts texts = octet_texts;

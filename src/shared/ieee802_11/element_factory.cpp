@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "ieee802_11/element_factory.hpp"
+#include "internal/ieee802_11/element_factory.hpp"
 
 #include <algorithm>
 #include <array>
@@ -27,7 +27,9 @@
 #include "nuv/ieee802_11/ieee802_11_tim_broadcast_request.hpp"
 #include "nuv/ieee802_11/ieee802_11_vht_capabilities.hpp"
 
-namespace nuv::ieee802_11::factory {
+namespace nuv::impl::factory {
+
+using namespace ieee802_11;  // NOLINT(google-build-using-namespace): the table names each class
 
 namespace {
 
@@ -133,4 +135,4 @@ IEEE802_11_EHTMaps eht_maps(const IEEE802_11_HECapabilities& he) {
     return {only_20_mhz, phy[1] || phy[2], phy[3]};
 }
 
-}  // namespace nuv::ieee802_11::factory
+}  // namespace nuv::impl::factory

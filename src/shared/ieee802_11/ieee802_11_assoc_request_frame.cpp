@@ -6,9 +6,9 @@
 #include <ostream>
 #include <string>
 
-#include "byte_cursor.hpp"
-#include "ieee802_11/element_factory.hpp"
-#include "log_module.hpp"
+#include "internal/byte_cursor.hpp"
+#include "internal/ieee802_11/element_factory.hpp"
+#include "internal/log_module.hpp"
 #include "nuv/ieee802_11/ieee802_11_he_capabilities.hpp"
 
 namespace nuv::ieee802_11 {
@@ -19,7 +19,8 @@ using serialization::SerializationException;
 
 namespace {
 
-constinit logging::LogModule log_module{"assoc_request_frame"};
+constinit impl::LogModule log_module{"assoc_request_frame",
+                                     "src/shared/ieee802_11/ieee802_11_assoc_request_frame"};
 
 using Container = AssocRequestFrame::ElementContainer;
 using Ptr = Container::ElementPtr;

@@ -7,8 +7,8 @@
 #include <span>
 #include <string>
 
-#include "ieee802_11/element_layout.hpp"
-#include "log_module.hpp"
+#include "internal/ieee802_11/element_layout.hpp"
+#include "internal/log_module.hpp"
 
 namespace nuv::ieee802_11 {
 
@@ -17,13 +17,15 @@ using serialization::SerializationException;
 
 namespace {
 
-constinit logging::LogModule log_module{"becon_report"};  // misspelt; collectors match it
+// The name is misspelled; collectors match it.
+constinit impl::LogModule log_module{"becon_report",
+                                     "src/shared/ieee802_11/ieee802_11_beacon_report"};
 
 constexpr std::uint32_t header_length = 2;
 
 /// What is there of the next `room.size()` octets.
 std::span<const std::uint8_t> take(std::istream& source, std::span<std::uint8_t> room) {
-    return room.first(serialization::impl::read_available(source, room.data(), room.size()));
+    return room.first(impl::read_available(source, room.data(), room.size()));
 }
 std::span<const std::uint8_t> take(impl::ByteCursor& source, std::span<std::uint8_t> room) {
     return source.read_octets(room.size());

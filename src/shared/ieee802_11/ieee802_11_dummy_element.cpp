@@ -4,7 +4,7 @@
 #include <array>
 #include <istream>
 
-#include "byte_cursor.hpp"
+#include "internal/byte_cursor.hpp"
 #include "nuv/binary_serializable_type.hpp"
 
 namespace nuv::ieee802_11 {

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "nuv/ieee802_11/ieee802_11_eht_capabilities.hpp"
 
-#include "ieee802_11/layout_element.hpp"
+#include "internal/ieee802_11/layout_element.hpp"
 
-namespace nuv::serialization::impl {
+namespace nuv::impl {
 
 /// The map as its bit set of 24.
 template <>
@@ -18,7 +18,7 @@ struct WireForm<ieee802_11::IEEE802_11_EHTCapabilities::EHT_MCS_NSS_MAP>
     }
 };
 
-}  // namespace nuv::serialization::impl
+}  // namespace nuv::impl
 
 namespace nuv::ieee802_11 {
 

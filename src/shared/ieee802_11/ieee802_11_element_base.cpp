@@ -7,9 +7,9 @@
 #include <stdexcept>
 #include <typeinfo>
 
-#include "byte_cursor.hpp"
-#include "ieee802_11/element_body.hpp"
-#include "ieee802_11/fragmentation.hpp"
+#include "internal/byte_cursor.hpp"
+#include "internal/ieee802_11/element_body.hpp"
+#include "internal/ieee802_11/fragmentation.hpp"
 #include "nuv/ieee802_11/ieee802_11_field_source.hpp"
 
 namespace nuv::ieee802_11 {
@@ -26,15 +26,15 @@ void IEEE802_11_Element_Base::read_from(Source& source, SerializationContext& ct
     check_id(id);
     impl::read_value(source, ctx, length);
     check_length(length);
-    if (length == max_content) {
+    if (length == impl::max_content) {
         if (const auto fragment = fragment_id()) {
-            const Reassembled content = reassemble(source, ctx, *fragment);
+            const impl::Reassembled content = impl::reassemble(source, ctx, *fragment);
             impl::ByteCursor cursor(content.octets, content.missing);
             read_content(cursor, ctx);
             return;
         }
     }
-    auto content = body_of(source, length);
+    auto content = impl::body_of(source, length);
     read_content(content.cursor(), ctx);
 }
 
@@ -75,10 +75,10 @@ void IEEE802_11_Element_Base::serialize_impl(std::ostream& os, SerializationCont
     const auto id = static_cast<std::uint8_t>(get_type());
     const std::uint32_t length = get_length() - 2;
     const auto fragment = fragment_id();
-    if (fragment && length > max_content) {
+    if (fragment && length > impl::max_content) {
         std::ostringstream content;
         write_content(content, ctx);
-        write_fragmented(os, ctx, content.view(), id, *fragment);
+        impl::write_fragmented(os, ctx, content.view(), id, *fragment);
         return;
     }
     Octet::serialize(os, ctx, id);
@@ -92,7 +92,7 @@ bool IEEE802_11_Element_Base::operator==(const IEEE802_11_Element_Base& other) c
 }
 
 void IEEE802_11_Element_Base::check_fields() const {
-    if (get_length() - 2 > (fragment_id() ? longest_frame : max_content)) {
+    if (get_length() - 2 > (fragment_id() ? impl::longest_frame : impl::max_content)) {
         throw SerializationException("Invalid length");
     }
 }

@@ -4,8 +4,8 @@
 #include <sstream>
 #include <utility>
 
-#include "ieee802_11/element_body.hpp"
-#include "ieee802_11/element_sequence.hpp"
+#include "internal/ieee802_11/element_body.hpp"
+#include "internal/ieee802_11/element_sequence.hpp"
 #include "nuv/ieee802_11/ieee802_11_field_visitor.hpp"
 
 namespace nuv::ieee802_11 {
@@ -36,6 +36,10 @@ void IEEE802_11_ElementSequence::clear() {
     items_.clear();
     octets_.clear();
 }
+
+}  // namespace nuv::ieee802_11
+
+namespace nuv::impl {
 
 void visit_sequence(IEEE802_11_FieldVisitor& visitor, std::string_view name,
                     const IEEE802_11_ElementSequence& sequence) {
@@ -74,7 +78,7 @@ void assign_element(IEEE802_11_FieldSource& source,
         if (element->get_type() == IEEE802_11_Element_ID::ELEMENT_ID_EXTENSION) {
             content.insert(content.begin(), static_cast<std::uint8_t>(extension));
         }
-        if (content.size() > max_content) {
+        if (content.size() > impl::max_content) {
             source.fail("more than 255 octets");
         }
         content.insert(content.begin(), {static_cast<std::uint8_t>(element->get_type()),
@@ -87,4 +91,4 @@ void assign_element(IEEE802_11_FieldSource& source,
     }
 }
 
-}  // namespace nuv::ieee802_11
+}  // namespace nuv::impl

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "nuv/ieee802_11/ieee802_11_extendend_capabilities.hpp"
 
-#include "ieee802_11/element_layout.hpp"
+#include "internal/ieee802_11/element_layout.hpp"
 
 namespace nuv::ieee802_11 {
 
@@ -31,18 +31,17 @@ void IEEE802_11_ExtendendCapabilities::check_fields() const {
 // Body, IEEE Std 802.11-2020, 9.4.2.26: the octets of the field, as many as are needed or wanted.
 void IEEE802_11_ExtendendCapabilities::write_body(std::ostream& os,
                                                   SerializationContext& ctx) const {
-    using Wire = serialization::impl::WireForm<Capabilities>;
+    using Wire = impl::WireForm<Capabilities>;
     std::array<std::uint8_t, Wire::size> octets{};
     Wire::encode(capabilities_, octets.data());
-    serialization::impl::write_octets(os, octets.data(),
-                                      std::min<std::size_t>(bytes_to_send(), octets.size()),
-                                      Wire::texts.serialize);
+    impl::write_octets(os, octets.data(), std::min<std::size_t>(bytes_to_send(), octets.size()),
+                       Wire::texts.serialize);
     serialization::BinarySerializableType<ExtraBytes>::serialize(os, ctx, extra_bytes_);
 }
 
 void IEEE802_11_ExtendendCapabilities::read_body(impl::ByteCursor& body,
                                                  SerializationContext& /*ctx*/) {
-    using Wire = serialization::impl::WireForm<Capabilities>;
+    using Wire = impl::WireForm<Capabilities>;
     capabilities_.reset();
     extra_bytes_.clear();
     SmallVector<std::uint8_t, NUMBER_OF_KNOWN_BYTES> known;

@@ -5,7 +5,7 @@
 #include <stdexcept>
 #include <string_view>
 
-#include "ieee802_11/element_layout.hpp"
+#include "internal/ieee802_11/element_layout.hpp"
 #include "nuv/ieee802_11/ieee802_11_beacon_report.hpp"
 
 namespace nuv::ieee802_11 {

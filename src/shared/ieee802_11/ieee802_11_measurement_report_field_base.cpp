@@ -4,7 +4,7 @@
 #include <ostream>
 #include <typeinfo>
 
-#include "byte_cursor.hpp"
+#include "internal/byte_cursor.hpp"
 
 namespace nuv::ieee802_11 {
 

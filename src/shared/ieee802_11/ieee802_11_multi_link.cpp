@@ -4,9 +4,9 @@
 #include <functional>
 #include <stdexcept>
 
-#include "ieee802_11/element_layout.hpp"
-#include "ieee802_11/element_sequence.hpp"
-#include "ieee802_11/fragmentation.hpp"
+#include "internal/ieee802_11/element_layout.hpp"
+#include "internal/ieee802_11/element_sequence.hpp"
+#include "internal/ieee802_11/fragmentation.hpp"
 #include "nuv/ieee802_11/ieee802_11_dummy_element.hpp"
 #include "nuv/ieee802_11/ieee802_11_per_sta_profile.hpp"
 
@@ -83,7 +83,7 @@ std::uint32_t IEEE802_11_MultiLink::get_length() const {
     const std::size_t body =
         is_basic() ? Layout::CommonInfo::length(*this) + link_info_.octets().size() : body_.size();
     const std::uint32_t extension = mode_ == Mode::ELEMENT ? 1 : 0;
-    return fragmented_length(extension + control_size + static_cast<std::uint32_t>(body));
+    return impl::fragmented_length(extension + control_size + static_cast<std::uint32_t>(body));
 }
 
 IEEE802_11_Element_ID IEEE802_11_MultiLink::get_type() const {
@@ -111,7 +111,7 @@ void IEEE802_11_MultiLink::check_fields() const {
         throw SerializationException("Only Basic Multi-Link elements allowed in Neighbor Report");
     }
     // The octet of the Common Info's length is always there, and says no more than it can.
-    if (is_basic() ? Layout::CommonInfo::length(*this) > max_content : body_.empty()) {
+    if (is_basic() ? Layout::CommonInfo::length(*this) > impl::max_content : body_.empty()) {
         throw SerializationException("Invalid length");
     }
     IEEE802_11_Element_Base::check_fields();
@@ -119,7 +119,7 @@ void IEEE802_11_MultiLink::check_fields() const {
 
 std::optional<std::uint8_t> IEEE802_11_MultiLink::fragment_id() const {
     // A Neighbor Report has no room for a subelement that needs to be continued.
-    return mode_ == Mode::ELEMENT ? std::optional(element_fragment_id) : std::nullopt;
+    return mode_ == Mode::ELEMENT ? std::optional(impl::element_fragment_id) : std::nullopt;
 }
 
 void IEEE802_11_MultiLink::write_body(std::ostream& os, SerializationContext& ctx) const {
@@ -163,8 +163,8 @@ void IEEE802_11_MultiLink::read_body(impl::ByteCursor& body, SerializationContex
         return;
     }
     Layout::CommonInfo::read(*this, body);
-    read_sequence(body, ctx, std::bind_front(&IEEE802_11_MultiLink::make_subelement, this),
-                  link_info_);
+    impl::read_sequence(body, ctx, std::bind_front(&IEEE802_11_MultiLink::make_subelement, this),
+                        link_info_);
 }
 
 bool IEEE802_11_MultiLink::equal_fields(const IEEE802_11_Element_Base& other) const {
@@ -181,7 +181,7 @@ void IEEE802_11_MultiLink::visit_fields(IEEE802_11_FieldVisitor& visitor) const 
         return;
     }
     Layout::CommonInfo::visit(*this, visitor);
-    visit_sequence(visitor, "link_info", link_info_);
+    impl::visit_sequence(visitor, "link_info", link_info_);
 }
 
 void IEEE802_11_MultiLink::assign_fields(IEEE802_11_FieldSource& source) {
@@ -195,8 +195,9 @@ void IEEE802_11_MultiLink::assign_fields(IEEE802_11_FieldSource& source) {
         return;
     }
     Layout::CommonInfo::assign(*this, source);
-    assign_sequence(source, "link_info",
-                    std::bind_front(&IEEE802_11_MultiLink::make_subelement, this), link_info_);
+    impl::assign_sequence(source, "link_info",
+                          std::bind_front(&IEEE802_11_MultiLink::make_subelement, this),
+                          link_info_);
 }
 
 }  // namespace nuv::ieee802_11

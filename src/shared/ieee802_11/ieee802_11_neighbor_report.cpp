@@ -9,7 +9,7 @@
 #include <span>
 #include <typeinfo>
 
-#include "ieee802_11/element_layout.hpp"
+#include "internal/ieee802_11/element_layout.hpp"
 
 namespace nuv::ieee802_11 {
 

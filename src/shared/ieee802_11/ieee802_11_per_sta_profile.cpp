@@ -5,10 +5,10 @@
 #include <stdexcept>
 #include <string>
 
-#include "ieee802_11/element_factory.hpp"
-#include "ieee802_11/element_layout.hpp"
-#include "ieee802_11/element_sequence.hpp"
-#include "ieee802_11/fragmentation.hpp"
+#include "internal/ieee802_11/element_factory.hpp"
+#include "internal/ieee802_11/element_layout.hpp"
+#include "internal/ieee802_11/element_sequence.hpp"
+#include "internal/ieee802_11/fragmentation.hpp"
 
 namespace nuv::ieee802_11 {
 
@@ -83,19 +83,19 @@ std::uint32_t IEEE802_11_PerSTAProfile::get_length() const {
     const auto profile = capability_information_
                              ? capability_information_size + elements_.octets().size()
                              : std::size_t{0};
-    return fragmented_length(sta_control_size +
-                             (has_sta_info_ ? Layout::StaInfo::length(*this) : 0) +
-                             static_cast<std::uint32_t>(profile));
+    return impl::fragmented_length(sta_control_size +
+                                   (has_sta_info_ ? Layout::StaInfo::length(*this) : 0) +
+                                   static_cast<std::uint32_t>(profile));
 }
 
 void IEEE802_11_PerSTAProfile::check_fields() const {
-    if (Layout::StaInfo::length(*this) > max_content) {
+    if (Layout::StaInfo::length(*this) > impl::max_content) {
         throw SerializationException("Invalid length");
     }
 }
 
 std::optional<std::uint8_t> IEEE802_11_PerSTAProfile::fragment_id() const {
-    return subelement_fragment_id;
+    return impl::subelement_fragment_id;
 }
 
 void IEEE802_11_PerSTAProfile::write_body(std::ostream& os, SerializationContext& ctx) const {
@@ -143,8 +143,8 @@ void IEEE802_11_PerSTAProfile::read_body(impl::ByteCursor& body, SerializationCo
         }
         body.read(capability_information_.emplace());
     }
-    read_sequence(body, ctx, std::bind_front(&IEEE802_11_PerSTAProfile::make_element, this),
-                  elements_);
+    impl::read_sequence(body, ctx, std::bind_front(&IEEE802_11_PerSTAProfile::make_element, this),
+                        elements_);
 }
 
 bool IEEE802_11_PerSTAProfile::equal_fields(const IEEE802_11_Element_Base& other) const {
@@ -162,7 +162,7 @@ void IEEE802_11_PerSTAProfile::visit_fields(IEEE802_11_FieldVisitor& visitor) co
     }
     if (capability_information_) {
         visitor.number("capability_information", capability_information_->to_ulong());
-        visit_sequence(visitor, "elements", elements_);
+        impl::visit_sequence(visitor, "elements", elements_);
     }
 }
 
@@ -179,8 +179,9 @@ void IEEE802_11_PerSTAProfile::assign_fields(IEEE802_11_FieldSource& source) {
     elements_.clear();
     if (source.has("capability_information")) {
         set_capability_information(source.number("capability_information", 16));
-        assign_sequence(source, "elements",
-                        std::bind_front(&IEEE802_11_PerSTAProfile::make_element, this), elements_);
+        impl::assign_sequence(source, "elements",
+                              std::bind_front(&IEEE802_11_PerSTAProfile::make_element, this),
+                              elements_);
     }
 }
 

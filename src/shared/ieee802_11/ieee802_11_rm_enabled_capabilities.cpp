@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "nuv/ieee802_11/ieee802_11_rm_enabled_capabilities.hpp"
 
-#include "ieee802_11/layout_element.hpp"
+#include "internal/ieee802_11/layout_element.hpp"
 
 namespace nuv::ieee802_11 {
 

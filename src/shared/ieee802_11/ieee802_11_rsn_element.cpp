@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "nuv/ieee802_11/ieee802_11_rsn_element.hpp"
 
-#include "ieee802_11/element_layout.hpp"
+#include "internal/ieee802_11/element_layout.hpp"
 
 namespace nuv::ieee802_11 {
 

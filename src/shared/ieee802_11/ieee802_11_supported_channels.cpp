@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "nuv/ieee802_11/ieee802_11_supported_channels.hpp"
 
-#include "ieee802_11/layout_element.hpp"
+#include "internal/ieee802_11/layout_element.hpp"
 
-namespace nuv::serialization::impl {
+namespace nuv::impl {
 
 template <>
 struct WireForm<ieee802_11::IEEE802_11_SupportedChannels::Range> {
@@ -23,7 +23,7 @@ struct WireForm<ieee802_11::IEEE802_11_SupportedChannels::Range> {
     }
 };
 
-}  // namespace nuv::serialization::impl
+}  // namespace nuv::impl
 
 namespace nuv::ieee802_11 {
 

@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-#include "ieee802_11/element_layout.hpp"
+#include "internal/ieee802_11/element_layout.hpp"
 
 namespace nuv::ieee802_11 {
 

@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <bit>
 
-#include "ieee802_11/layout_element.hpp"
+#include "internal/ieee802_11/layout_element.hpp"
 
 namespace nuv::ieee802_11 {
 

@@ -3,7 +3,7 @@
 
 #include <array>
 
-#include "ieee802_11/raw_element.hpp"
+#include "internal/ieee802_11/raw_element.hpp"
 
 namespace nuv::ieee802_11 {
 

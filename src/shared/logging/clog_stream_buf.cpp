@@ -4,7 +4,7 @@
 #include <string>
 #include <utility>
 
-#include "logging/log_pieces.hpp"
+#include "internal/logging/log_pieces.hpp"
 #include "nuv/logging/chunk_io_manipulator.hpp"
 
 namespace nuv::logging {
@@ -55,8 +55,8 @@ int ClogStreamBuf::sync() {
     std::string text = std::move(static_cast<std::stringbuf&>(*this)).str();  // and empties it
     if (adapter_ != nullptr) {
         const auto own = static_cast<std::uint32_t>(iword(ChunkIOManipulator::xalloc_value()));
-        log_pieces(text, own != 0 ? own : adapter_->get_chunking(),
-                   [this](const char* piece) { adapter_->log(piece); });
+        impl::log_pieces(text, own != 0 ? own : adapter_->get_chunking(),
+                         [this](const char* piece) { adapter_->log(piece); });
     }
     return 0;
 }

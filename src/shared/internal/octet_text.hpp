@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <string_view>
 
-namespace nuv {
+namespace nuv::impl {
 
 /// Octets as two upper-case hex digits each, joined by ":".
 template <std::size_t N>
@@ -26,4 +26,4 @@ private:
     std::array<char, 3 * N> text_;
 };
 
-}  // namespace nuv
+}  // namespace nuv::impl

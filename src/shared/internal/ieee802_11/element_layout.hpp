@@ -13,7 +13,7 @@
 #include <string_view>
 #include <type_traits>
 
-#include "byte_cursor.hpp"
+#include "internal/byte_cursor.hpp"
 #include "nuv/binary_serializable_type.hpp"
 #include "nuv/byte_order.hpp"
 #include "nuv/ieee802_11/ieee802_11_bits.hpp"
@@ -35,11 +35,13 @@
 /// Optionally the layout has `check_length(std::uint8_t)`, which throws what forbids to read an
 /// element with that Length octet, and `check_fields(const E&)`, which throws what forbids to
 /// write.
-namespace nuv::ieee802_11::layout {
+namespace nuv::impl::layout {
 
+using ieee802_11::IEEE802_11_Bits;
+using ieee802_11::IEEE802_11_FieldSource;
+using ieee802_11::IEEE802_11_FieldVisitor;
 using serialization::BinarySerializableType;
 using serialization::SerializationContext;
-using serialization::impl::WireForm;
 
 /// A field's name as a template argument.
 template <std::size_t N>
@@ -194,14 +196,14 @@ inline void assign_bits(IEEE802_11_FieldSource& source, std::span<const IEEE802_
 
 /// For a body every octet of which belongs to a field: throws the octet's SerializationException if
 /// the input ends before the body does.
-inline void require_whole(const impl::ByteCursor& body) {
+inline void require_whole(const ByteCursor& body) {
     if (!body.whole()) {
         throw serialization::SerializationException(WireForm<std::uint8_t>::texts.deserialize);
     }
 }
 
 template <class List>
-void read_list(impl::ByteCursor& body, std::size_t count, List& list) {
+void read_list(ByteCursor& body, std::size_t count, List& list) {
     if constexpr (std::same_as<typename List::value_type, std::uint8_t>) {
         const auto octets = body.read_octets(count);
         list.assign(octets.begin(), octets.end());
@@ -234,7 +236,7 @@ struct Always {
         BinarySerializableType<Value>::serialize(os, ctx, element.*Member);
     }
     template <class E>
-    static void read(E& element, impl::ByteCursor& body) {
+    static void read(E& element, ByteCursor& body) {
         body.read(element.*Member);
     }
     template <class E>
@@ -285,7 +287,7 @@ struct LittleEndian : Always<name, Member> {
         BinarySerializableType<Bits>::serialize(os, ctx, Bits(element.*Member));
     }
     template <class E>
-    static void read(E& element, impl::ByteCursor& body) {
+    static void read(E& element, ByteCursor& body) {
         Bits bits;
         body.read(bits);
         element.*Member = static_cast<Value>(bits.to_ullong());
@@ -314,7 +316,7 @@ struct When {
         }
     }
     template <class E>
-    static void read(E& element, impl::ByteCursor& body) {
+    static void read(E& element, ByteCursor& body) {
         if (Present(element)) {
             Field::read(element, body);
         } else {
@@ -360,7 +362,7 @@ struct Rest {
         BinarySerializableType<List>::serialize(os, ctx, element.*Member);
     }
     template <class E>
-    static void read(E& element, impl::ByteCursor& body) {
+    static void read(E& element, ByteCursor& body) {
         read_list(body, body.remaining() / value_size, element.*Member);
     }
     template <class E>
@@ -397,7 +399,7 @@ struct Counted {
         Items::write(element, os, ctx);
     }
     template <class E>
-    static void read(E& element, impl::ByteCursor& body) {
+    static void read(E& element, ByteCursor& body) {
         std::uint8_t count = 0;
         body.read(count);
         read_list(body, count, element.*Member);
@@ -440,7 +442,7 @@ struct Fields {
         (Field::write(element, os, ctx), ...);
     }
     template <class E>
-    static void read(E& element, impl::ByteCursor& body) {
+    static void read(E& element, ByteCursor& body) {
         (Field::read(element, body), ...);
     }
     template <class E>
@@ -462,13 +464,13 @@ struct Fields {
 template <class... Field>
 struct Within : Fields<Field...> {
     template <class E>
-    static void read(E& element, impl::ByteCursor& body) {
+    static void read(E& element, ByteCursor& body) {
         (read_field<Field>(element, body), ...);
     }
 
 private:
     template <class One, class E>
-    static void read_field(E& element, impl::ByteCursor& body) {
+    static void read_field(E& element, ByteCursor& body) {
         if (One::length(element) > body.remaining()) {
             throw serialization::SerializationException("Invalid length");
         }
@@ -496,13 +498,13 @@ struct SelfCounted {
     /// Throws SerializationException "Invalid length" if the octet counts less than the known fields
     /// or more than the body has.
     template <class E>
-    static void read(E& element, impl::ByteCursor& body) {
+    static void read(E& element, ByteCursor& body) {
         std::uint8_t count = 0;
         body.read(count);
         if (count < 1 + Known::length(element) || count - 1U > body.remaining()) {
             throw serialization::SerializationException("Invalid length");
         }
-        impl::ByteCursor block = body.enter(count - 1U);
+        ByteCursor block = body.enter(count - 1U);
         Known::read(element, block);
         Surplus::read(element, block);
         body.leave(block);
@@ -528,4 +530,8 @@ struct SelfCounted {
     }
 };
 
-}  // namespace nuv::ieee802_11::layout
+}  // namespace nuv::impl::layout
+
+namespace nuv::ieee802_11 {
+namespace layout = impl::layout;
+}

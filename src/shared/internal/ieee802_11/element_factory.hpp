@@ -11,7 +11,13 @@
 
 /// Which class reads an element of an association request, at its top or in a per-STA profile, and
 /// which slot of the frame it has.
-namespace nuv::ieee802_11::factory {
+namespace nuv::impl::factory {
+
+using ieee802_11::IEEE802_11_EHTMaps;
+using ieee802_11::IEEE802_11_Element_Base;
+using ieee802_11::IEEE802_11_Element_ID;
+using ieee802_11::IEEE802_11_Element_ID_Extension;
+using ieee802_11::IEEE802_11_HECapabilities;
 
 using ElementPtr = std::unique_ptr<IEEE802_11_Element_Base>;
 
@@ -44,4 +50,8 @@ ElementPtr make_element(IEEE802_11_Element_ID id, IEEE802_11_Element_ID_Extensio
 /// The shape of the EHT Capabilities of a station with these HE Capabilities.
 IEEE802_11_EHTMaps eht_maps(const IEEE802_11_HECapabilities& he);
 
-}  // namespace nuv::ieee802_11::factory
+}  // namespace nuv::impl::factory
+
+namespace nuv::ieee802_11 {
+namespace factory = impl::factory;
+}

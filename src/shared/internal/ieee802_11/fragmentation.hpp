@@ -8,14 +8,14 @@
 #include <string_view>
 #include <vector>
 
-#include "byte_cursor.hpp"
-#include "ieee802_11/element_body.hpp"
+#include "internal/byte_cursor.hpp"
+#include "internal/ieee802_11/element_body.hpp"
 #include "nuv/binary_serializable_type.hpp"
 
 /// Element fragmentation (IEEE Std 802.11-2020, 10.28.11 and 10.28.12): content that one element
 /// cannot hold goes on in fragments behind it, each with an ID, a Length and at most 255 octets.
 /// Every piece but the last is full. Subelements do likewise with an ID of their own.
-namespace nuv::ieee802_11 {
+namespace nuv::impl {
 
 constexpr std::uint8_t element_fragment_id = 242;
 constexpr std::uint8_t subelement_fragment_id = 254;
@@ -34,7 +34,7 @@ struct Reassembled {
     std::size_t missing = 0;  // octets that the last piece promises and the source does not have
 };
 
-inline int next_octet(const impl::ByteCursor& source) { return source.next(); }
+inline int next_octet(const ByteCursor& source) { return source.next(); }
 inline int next_octet(std::istream& source) {
     return source.good() ? source.rdbuf()->sgetc() : std::istream::traits_type::eof();
 }
@@ -60,8 +60,8 @@ Reassembled reassemble(Source& source, serialization::SerializationContext& ctx,
             throw serialization::SerializationException("Invalid length");
         }
         std::uint8_t id = 0;
-        impl::read_value(source, ctx, id);
-        impl::read_value(source, ctx, length);
+        read_value(source, ctx, id);
+        read_value(source, ctx, length);
     }
 }
 
@@ -74,9 +74,9 @@ inline void write_fragmented(std::ostream& os, serialization::SerializationConte
         content.remove_prefix(piece.size());
         Octet::serialize(os, ctx, id);
         Octet::serialize(os, ctx, static_cast<std::uint8_t>(piece.size()));
-        serialization::impl::write_octets(os, reinterpret_cast<const std::uint8_t*>(piece.data()),
-                                          piece.size(), serialization::impl::octet_texts.serialize);
+        write_octets(os, reinterpret_cast<const std::uint8_t*>(piece.data()), piece.size(),
+                     octet_texts.serialize);
     }
 }
 
-}  // namespace nuv::ieee802_11
+}  // namespace nuv::impl

@@ -5,7 +5,7 @@
 
 #include "nuv/type_with_ratio.hpp"
 
-namespace nuv {
+namespace nuv::impl {
 
 inline constexpr std::int32_t START_60_GHZ = 56'160'000;  // kHz
 
@@ -15,4 +15,4 @@ constexpr std::int32_t channel_step(KiloHertz start) {
     return start.count() < START_60_GHZ ? 5'000 : 2'160'000;
 }
 
-}  // namespace nuv
+}  // namespace nuv::impl

@@ -3,7 +3,7 @@
 
 #include <istream>
 
-namespace nuv {
+namespace nuv::impl {
 
 /// Keeps a stream from throwing of its own while it is read. Its exception mask comes back at the end;
 /// what failed meanwhile is seen by its state only.
@@ -26,4 +26,4 @@ private:
     std::ios_base::iostate mask_;
 };
 
-}  // namespace nuv
+}  // namespace nuv::impl

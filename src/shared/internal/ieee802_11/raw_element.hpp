@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "byte_cursor.hpp"
-#include "ieee802_11/element_layout.hpp"
+#include "internal/byte_cursor.hpp"
+#include "internal/ieee802_11/element_layout.hpp"
 #include "nuv/binary_serializable_type.hpp"
 #include "nuv/ieee802_11/ieee802_11_field_source.hpp"
 #include "nuv/ieee802_11/ieee802_11_field_visitor.hpp"

@@ -6,10 +6,10 @@
 #include <istream>
 #include <optional>
 
-#include "byte_cursor.hpp"
+#include "internal/byte_cursor.hpp"
 #include "nuv/limited_istream.hpp"
 
-namespace nuv::ieee802_11 {
+namespace nuv::impl {
 
 /// What follows an element's Length octet at most: what the octet can say.
 constexpr std::uint32_t max_content = 255;
@@ -32,10 +32,10 @@ public:
     StreamBody(const StreamBody&) = delete;
     StreamBody& operator=(const StreamBody&) = delete;
 
-    impl::ByteCursor& cursor() { return cursor_; }
+    ByteCursor& cursor() { return cursor_; }
 
 private:
-    impl::ByteCursor take(std::istream& is, std::uint8_t length) {
+    ByteCursor take(std::istream& is, std::uint8_t length) {
         auto* octets = reinterpret_cast<char*>(octets_.data());
         std::streambuf& buffer = *is.rdbuf();
         const bool whole = buffer.in_avail() >= length;
@@ -47,35 +47,33 @@ private:
         }
         source->read(octets, length);
         taken_ = static_cast<std::size_t>(source->gcount());
-        return impl::ByteCursor({octets_.data(), taken_}, length - taken_);
+        return ByteCursor({octets_.data(), taken_}, length - taken_);
     }
 
     // What an element can hold at most; not initialised, only what was read is looked at.
     std::array<std::uint8_t, max_content> octets_;
     std::size_t taken_ = 0;
     std::optional<LimitedIStream> bounded_;
-    impl::ByteCursor cursor_;
+    ByteCursor cursor_;
 };
 
 /// The body of an element that lies in memory.
 class MemoryBody {
 public:
-    MemoryBody(impl::ByteCursor& source, std::uint8_t length)
+    MemoryBody(ByteCursor& source, std::uint8_t length)
         : source_(source), cursor_(source.enter(length)) {}
     ~MemoryBody() { source_.leave(cursor_); }
     MemoryBody(const MemoryBody&) = delete;
     MemoryBody& operator=(const MemoryBody&) = delete;
 
-    impl::ByteCursor& cursor() { return cursor_; }
+    ByteCursor& cursor() { return cursor_; }
 
 private:
-    impl::ByteCursor& source_;
-    impl::ByteCursor cursor_;
+    ByteCursor& source_;
+    ByteCursor cursor_;
 };
 
 inline StreamBody body_of(std::istream& is, std::uint8_t length) { return {is, length}; }
-inline MemoryBody body_of(impl::ByteCursor& source, std::uint8_t length) {
-    return {source, length};
-}
+inline MemoryBody body_of(ByteCursor& source, std::uint8_t length) { return {source, length}; }
 
-}  // namespace nuv::ieee802_11
+}  // namespace nuv::impl

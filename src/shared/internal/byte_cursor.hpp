@@ -72,7 +72,7 @@ public:
 
     template <class T>
     void read(T& value) {
-        using Wire = serialization::impl::WireForm<T>;
+        using Wire = WireForm<T>;
         const std::size_t count = take(Wire::size);
         Wire::decode(pos_ - count, count, value);
         if (count != Wire::size) {
@@ -144,12 +144,12 @@ inline void read_octets(ByteCursor& source, std::span<std::uint8_t> octets) {
     const auto taken = source.read_octets(octets.size());
     std::copy(taken.begin(), taken.end(), octets.begin());
     if (taken.size() != octets.size()) {
-        throw serialization::SerializationException(serialization::impl::octet_texts.deserialize);
+        throw serialization::SerializationException(octet_texts.deserialize);
     }
 }
 inline void read_octets(std::istream& source, std::span<std::uint8_t> octets) {
-    serialization::impl::read_available(source, octets.data(), octets.size());
-    serialization::impl::check_read(source, serialization::impl::octet_texts.deserialize);
+    read_available(source, octets.data(), octets.size());
+    check_read(source, octet_texts.deserialize);
 }
 
 }  // namespace nuv::impl

@@ -6,7 +6,7 @@
 #include <limits>
 #include <string_view>
 
-namespace nuv {
+namespace nuv::impl {
 
 /// Reads a text from its beginning as scanf does in the "C" locale, as far as its first NUL, and
 /// alike on every machine.
@@ -93,4 +93,4 @@ private:
     unsigned rest_width_ = UNLIMITED;
 };
 
-}  // namespace nuv
+}  // namespace nuv::impl

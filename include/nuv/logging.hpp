@@ -2,14 +2,8 @@
 #pragma once
 
 /// @file
-/// The whole daemon runtime.
+/// Logging through streams, and the configuration of loggers.
 
-#include "nuv/aggregate_diffable_data_container.hpp"
-#include "nuv/change_set.hpp"
-#include "nuv/change_set_category.hpp"
-#include "nuv/change_set_value.hpp"
-#include "nuv/cloneable.hpp"
-#include "nuv/diffable_data_container.hpp"
 #include "nuv/logging/chunk_io_manipulator.hpp"
 #include "nuv/logging/clog_adapter.hpp"
 #include "nuv/logging/clog_adapter_base.hpp"

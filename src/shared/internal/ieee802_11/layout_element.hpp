@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "ieee802_11/element_layout.hpp"
+#include "internal/ieee802_11/element_layout.hpp"
 
 /// What IEEE802_11_LayoutElement makes of a layout; for the .cpp of a class that has one.
 namespace nuv::ieee802_11 {

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-namespace nuv {
+namespace nuv::impl {
 
 /// Throws the std::invalid_argument of a constructor from `text`, which is none of a `type`.
 [[noreturn]] inline void throw_no_valid_text(std::string_view text, std::string_view type) {
@@ -14,4 +14,4 @@ namespace nuv {
     throw std::invalid_argument(message);
 }
 
-}  // namespace nuv
+}  // namespace nuv::impl

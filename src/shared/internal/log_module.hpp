@@ -14,17 +14,20 @@
 
 #include "nuv_platform/clog.h"
 
-namespace nuv::logging {
+namespace nuv::impl {
 
 /// How the library's own code logs: one object per module name, at namespace scope of the .cpp,
 ///
-///     constinit LogModule log_module{"mainloop"};
+///     constinit impl::LogModule log_module{"mainloop", "src/shared/mainloop"};
 ///     NUV_LOG(log_module, warn) << "text " << value;
 class LogModule {
 public:
     enum Level { error, warn, info, debug, trace };
 
-    explicit constexpr LogModule(const char* name) noexcept : name_(name) {}
+    /// `file` is what records name as their source file; collectors match it, so it is given in
+    /// full. Without it, it is the path of the source from the repository's root, without extension.
+    explicit constexpr LogModule(const char* name, const char* file = nullptr) noexcept
+        : name_(name), file_(file) {}
 
     /// Whether the module's level lets a record pass; false while the platform has no such module.
     bool enabled(Level level) noexcept {
@@ -38,9 +41,11 @@ public:
 
     /// Null until enabled() was asked.
     clogmod* get() const noexcept { return module_.load(std::memory_order_acquire); }
+    const char* file() const noexcept { return file_; }
 
 private:
     const char* name_;
+    const char* file_;
     std::atomic<clogmod*> module_{nullptr};  // handles stay valid for good
 };
 
@@ -51,7 +56,11 @@ class LogLine {
 public:
     LogLine(const LogModule& module, LogModule::Level level, const char* file, const char* function,
             int line)
-        : module_(module), level_(level), file_(file), function_(function), line_(line) {
+        : module_(module),
+          level_(level),
+          file_(module.file() != nullptr ? module.file() : file),
+          function_(function),
+          line_(line) {
         text_.reserve(120);
     }
     ~LogLine();
@@ -111,10 +120,10 @@ constexpr const char* source_path() {
 
 /// The line of one record, or nothing at all, the operands of `<<` included, when the module's
 /// level masks it. `level` is an enumerator of LogModule::Level.
-#define NUV_LOG(module, level)                                              \
-    if (!(module).enabled(::nuv::logging::LogModule::level)) {              \
-    } else                                                                  \
-        ::nuv::logging::LogLine((module), ::nuv::logging::LogModule::level, \
-                                ::nuv::logging::source_path<__FILE__>(), __func__, __LINE__)
+#define NUV_LOG(module, level)                                        \
+    if (!(module).enabled(::nuv::impl::LogModule::level)) {           \
+    } else                                                            \
+        ::nuv::impl::LogLine((module), ::nuv::impl::LogModule::level, \
+                             ::nuv::impl::source_path<__FILE__>(), __func__, __LINE__)
 
-}  // namespace nuv::logging
+}  // namespace nuv::impl

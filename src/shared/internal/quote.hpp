@@ -7,7 +7,7 @@
 #include <string_view>
 #include <utility>
 
-namespace nuv {
+namespace nuv::impl {
 
 /// `text`, a value from outside, as messages quote it: in double quotes, those and backslashes in
 /// it escaped with a backslash.
@@ -17,4 +17,4 @@ inline std::string quote(std::string_view text) {
     return std::move(os).str();
 }
 
-}  // namespace nuv
+}  // namespace nuv::impl

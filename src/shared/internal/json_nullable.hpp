@@ -1,11 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <algorithm>
-#include <cmath>
-#include <cstdint>
 #include <functional>
-#include <limits>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -17,7 +13,12 @@
 
 // Members that are null in JSON as long as they were never set.
 
-namespace nuv::serialization {
+namespace nuv::impl {
+
+using serialization::JSONSerializer;
+using serialization::SerializationContext;
+using serialization::YAJLNode;
+using serialization::YAJLStream;
 
 /// What `projection` makes of a value that was set.
 template <typename T, typename Strategy, typename Projection>
@@ -36,10 +37,12 @@ struct Nullable {
     std::string_view end;
 };
 
+}  // namespace nuv::impl
+
 template <typename T>
-struct JSONSerializableType<Nullable<T>> {
+struct nuv::serialization::JSONSerializableType<nuv::impl::Nullable<T>> {
     static void serialize(YAJLStream& stream, SerializationContext& ctx,
-                          const Nullable<T>& member) {
+                          const impl::Nullable<T>& member) {
         if (member.value) {
             JSONSerializableType<T>::serialize(stream, ctx, *member.value);
         } else if (!stream.write_null()) {
@@ -51,6 +54,8 @@ struct JSONSerializableType<Nullable<T>> {
         }
     }
 };
+
+namespace nuv::impl {
 
 /// Writes the member `key` of an `owner`; `end` closes the message of a null that is refused.
 template <typename T>
@@ -70,12 +75,4 @@ bool read_nullable(YAJLNode& node, SerializationContext& ctx, const std::string&
     return true;
 }
 
-/// `power` towards zero, as near as an integer comes; 0 for NaN.
-inline std::int32_t whole_dbm(float power) {
-    using Limits = std::numeric_limits<std::int32_t>;
-    return std::isnan(power) ? 0
-                             : static_cast<std::int32_t>(std::clamp<double>(
-                                   static_cast<double>(power), Limits::min(), Limits::max()));
-}
-
-}  // namespace nuv::serialization
+}  // namespace nuv::impl

@@ -6,7 +6,7 @@
 #include <string>
 #include <utility>
 
-namespace nuv::logging {
+namespace nuv::impl {
 
 /// Hands a record's text to `log(const char*)`: without its NULs and one final newline, in pieces
 /// when it is longer than `size` bytes, 0 and 1 meaning any length. The text is spoilt.
@@ -39,4 +39,4 @@ void log_pieces(std::string& text, std::uint32_t size, Log log) {
     log(text.c_str() + start);
 }
 
-}  // namespace nuv::logging
+}  // namespace nuv::impl

@@ -8,18 +8,25 @@
 #include <string_view>
 #include <utility>
 
-#include "byte_cursor.hpp"
+#include "internal/byte_cursor.hpp"
 #include "nuv/ieee802_11/ieee802_11_element_sequence.hpp"
 #include "nuv/ieee802_11/ieee802_11_field_source.hpp"
 #include "nuv/serialization_exception.hpp"
 
-namespace nuv::ieee802_11 {
+namespace nuv::impl {
+
+using ieee802_11::IEEE802_11_Element_Base;
+using ieee802_11::IEEE802_11_Element_ID;
+using ieee802_11::IEEE802_11_Element_ID_Extension;
+using ieee802_11::IEEE802_11_ElementSequence;
+using ieee802_11::IEEE802_11_FieldSource;
+using ieee802_11::IEEE802_11_FieldVisitor;
 
 /// Reads elements up to the end of `source`, which is whole, each into what `make(id, extension)`
 /// makes for it. Throws SerializationException "Invalid length" for one that runs past the end, else
 /// the element's.
 template <class Make>
-void read_sequence(impl::ByteCursor& source, serialization::SerializationContext& ctx, Make make,
+void read_sequence(ByteCursor& source, serialization::SerializationContext& ctx, Make make,
                    IEEE802_11_ElementSequence& sequence) {
     constexpr std::size_t header = 2;
     sequence.clear();
@@ -70,4 +77,4 @@ void assign_sequence(IEEE802_11_FieldSource& source, std::string_view name, Make
     source.close_list();
 }
 
-}  // namespace nuv::ieee802_11
+}  // namespace nuv::impl

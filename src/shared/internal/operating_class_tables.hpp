@@ -6,13 +6,18 @@
 #include <initializer_list>
 #include <iterator>
 
-#include "channel_raster.hpp"
+#include "internal/channel_raster.hpp"
 #include "nuv/operating_class_deduction.hpp"
 
 // The operating classes of IEEE 802.11-2020, Annex E, as constants that are checked while they are
 // compiled. The global table is that of Table E-4, the European one of Table E-2.
 
-namespace nuv::OperatingClassDeduction::tables {
+namespace nuv::impl::operating_class_tables {
+
+using OperatingClassDeduction::Behavior;
+using OperatingClassDeduction::Behaviors;
+using OperatingClassDeduction::ChannelSet;
+using OperatingClassDeduction::OpclassDefinition;
 
 /// The 20 MHz channels of a segment; where channels are not numbered in steps of 5 MHz, and where
 /// they are no wider than 20 MHz, the segment is one channel.
@@ -248,4 +253,4 @@ consteval bool is_sound(std::initializer_list<OpclassDefinition> rows) {
 static_assert(GLOBAL_CLASSES.size() == 27 && is_sound(GLOBAL_CLASSES));
 static_assert(EUROPE_CLASSES.size() == 21 && is_sound(EUROPE_CLASSES));
 
-}  // namespace nuv::OperatingClassDeduction::tables
+}  // namespace nuv::impl::operating_class_tables
