@@ -12,7 +12,6 @@
 #include <string_view>
 
 #include "nuv/export.hpp"
-#include "nuv/json_serializable_type.hpp"
 
 namespace nuv {
 

@@ -5,6 +5,7 @@
 
 #include "nuv/export.hpp"
 #include "nuv/serialization_context.hpp"
+#include "nuv/serialization_exception.hpp"
 
 namespace nuv::serialization {
 

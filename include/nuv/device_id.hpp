@@ -19,7 +19,6 @@
 #include "nuv/interface_name.hpp"
 #include "nuv/ip_address.hpp"
 #include "nuv/json_serializable.hpp"
-#include "nuv/json_serializable_type.hpp"
 #include "nuv/mac_address.hpp"
 
 /// @file

@@ -1,13 +1,28 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <string>
+
 #include "nuv/export.hpp"
 #include "nuv/serialization_context.hpp"
+#include "nuv/serialization_exception.hpp"
 
 namespace nuv::serialization {
 
 class YAJLNode;
 class YAJLStream;
+
+/// The JSON codec of the value type T, one specialisation per type or family of types:
+///
+///     static void serialize(YAJLStream&, SerializationContext&, const T&);
+///     static void deserialize(YAJLNode&, SerializationContext&, const std::string& key, T&);
+///
+/// serialize() writes one value. deserialize() reads the member `key` of the object `node`, or the
+/// node itself when `key` is empty (elements of an array), and leaves the target as it is when it
+/// fails. Both throw SerializationException. The codecs of numbers, texts, enumerations, objects and
+/// lists are in json_serializable_type.hpp.
+template <typename T>
+struct JSONSerializableType;
 
 /// Base of every class that is written as a JSON object of its own.
 class NUV_EXPORT JSONSerializable {

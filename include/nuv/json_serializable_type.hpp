@@ -25,17 +25,6 @@
 
 namespace nuv::serialization {
 
-/// The JSON codec of the value type T, one specialisation per type or family of types:
-///
-///     static void serialize(YAJLStream&, SerializationContext&, const T&);
-///     static void deserialize(YAJLNode&, SerializationContext&, const std::string& key, T&);
-///
-/// serialize() writes one value. deserialize() reads the member `key` of the object `node`, or the
-/// node itself when `key` is empty (elements of an array), and leaves the target as it is when it
-/// fails. Both throw SerializationException.
-template <typename T>
-struct JSONSerializableType;
-
 /// An enumeration with texts: `enum_to_string(value)` and `string_to_enum(text, out)` stand beside
 /// it, the latter returning whether it knows the text.
 template <typename T>

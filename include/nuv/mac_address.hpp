@@ -12,7 +12,7 @@
 
 #include "nuv/export.hpp"
 #include "nuv/interface_name.hpp"
-#include "nuv/json_serializable_type.hpp"
+#include "nuv/json_serializable.hpp"
 
 namespace nuv {
 

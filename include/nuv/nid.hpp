@@ -7,7 +7,7 @@
 #include <string>
 
 #include "nuv/export.hpp"
-#include "nuv/json_serializable_type.hpp"
+#include "nuv/json_serializable.hpp"
 
 namespace nuv::plc {
 

@@ -9,7 +9,7 @@
 
 #include "nuv/channel_types.hpp"
 #include "nuv/export.hpp"
-#include "nuv/json_serializable_type.hpp"
+#include "nuv/json_serializable.hpp"
 
 namespace nuv {
 

@@ -10,7 +10,6 @@
 #include <string_view>
 
 #include "nuv/export.hpp"
-#include "nuv/json_serializable_type.hpp"
 #include "nuv/mac_address.hpp"
 
 namespace nuv {

@@ -9,6 +9,7 @@
 #include "internal/masked_exceptions.hpp"
 #include "internal/no_valid_text.hpp"
 #include "internal/octet_text.hpp"
+#include "nuv/json_serializable_type.hpp"
 #include "nuv_platform/ifwatch.h"
 
 namespace nuv {

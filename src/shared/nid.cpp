@@ -5,6 +5,7 @@
 
 #include "internal/octet_text.hpp"
 #include "internal/quote.hpp"
+#include "nuv/json_serializable_type.hpp"
 
 namespace nuv::serialization {
 
