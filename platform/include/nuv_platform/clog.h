@@ -31,7 +31,8 @@
  * will run again. A callback must not throw. What it logs itself is dropped, and a change of
  * outputs, filters or the time function that it asks for is refused.
  *
- * No call ends the process for want of a resource: what cannot be written is dropped.
+ * No call ends the process for want of a resource: what cannot be written is dropped. Writing a
+ * record to a broken pipe raises no SIGPIPE that the process could notice.
  *
  * Result of every function that returns an int, unless it says otherwise:
  *
@@ -148,7 +149,8 @@ NUV_PLATFORM_EXPORT void clogger__debug(clogger* logger, const char* file, const
 /* -- outputs of a logger; mask and fields as told at enum clogger_field -- */
 
 /** The three standard outputs, at most one of each for a logger. Enabling one that is enabled gives
- *  it the new mask and fields. */
+ *  it the new mask and fields. Lines go straight to the file descriptors 2 and 1. A program that
+ *  also prints through stdio flushes it first to keep the order. */
 NUV_PLATFORM_EXPORT int clogger_enable_stderr(clogger* logger, uint16_t mask, uint16_t fields);
 NUV_PLATFORM_EXPORT int clogger_enable_stdout(clogger* logger, uint16_t mask, uint16_t fields);
 /** Facility daemon, the program's name as identification; trace records go in as debug. */
