@@ -8,7 +8,7 @@
 #include <tuple>
 
 #include "nuv/frequency_conversion.hpp"
-#include "nuv_platform/fake.hpp"
+#include "nuv_platform/fake/fake_platform.hpp"
 #include "support/channels.hpp"
 #include "support/json_text.hpp"
 

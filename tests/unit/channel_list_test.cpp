@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include "nuv_platform/fake.hpp"
+#include "nuv_platform/fake/fake_platform.hpp"
 #include "support/channels.hpp"
 #include "support/json_text.hpp"
 
