@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <cerrno>
+#include <chrono>
 #include <mutex>
 #include <optional>
 #include <set>
@@ -199,6 +200,8 @@ void write(clogger& logger, const clogmod* module, clogger_msg_info& info, const
     if (fake == nullptr) {
         return;
     }
+    info.time_us =
+        std::chrono::duration_cast<std::chrono::microseconds>(fake->clock().now()).count();
     std::string buffer;
     info.text = format_text(buffer, fmt, args);
     {

@@ -13,7 +13,7 @@ namespace nuv::platform {
 
 /// The logger of the test double: remembers every record it was given, masked or not. Handles are
 /// names that live as long as the process; loggers, outputs, filters and levels begin anew with
-/// each FakePlatform. The clock of records stands at 0. Outputs other than callbacks write nothing.
+/// each FakePlatform. Records show the time of FakeClock. Outputs other than callbacks write nothing.
 /// Refusable: every call that changes the configuration, and the three that look up a handle.
 class NUV_PLATFORM_EXPORT FakeLog final : public FakeService {
 public:
