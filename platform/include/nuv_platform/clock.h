@@ -19,6 +19,8 @@ extern "C" {
  * |--------|--------------------------------------------------------------------------------|
  * | any    | nanoseconds since a fixed moment, never less than an earlier call returned; on  |
  * |        | Linux CLOCK_MONOTONIC, so that it compares with `std::chrono::steady_clock`      |
+ *
+ * Optional: without it the library reads `std::chrono::steady_clock`.
  */
 NUV_PLATFORM_EXPORT int64_t nuv_clock_monotonic_ns(void);
 
