@@ -9,7 +9,8 @@
 
 namespace nuv {
 
-/// Now on the monotonic clock, in nanoseconds.
+/// Reads the platform's monotonic clock anew: nanoseconds, on Linux those of
+/// std::chrono::steady_clock.
 NUV_EXPORT std::int64_t steady_now_ns() noexcept;
 
 /// The time stamp tells when the value last changed.

@@ -1,12 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <cerrno>
+#include <chrono>
 #include <mutex>
 #include <optional>
 #include <set>
 #include <sstream>
 #include <utility>
 
-#include "nuv_platform/fake.hpp"
+#include "nuv_platform/fake/fake_platform.hpp"
 #include "platform/common/clog_core.hpp"
 
 using nuv::platform::FakeLog;
@@ -21,7 +22,27 @@ struct FakeLog::State {
 
 namespace nuv::platform {
 
-FakeLog::FakeLog() : state_(std::make_unique<State>()) {
+namespace {
+
+std::vector<std::string> refusable_calls() {
+    std::vector<std::string> calls = {"clogger_get",
+                                      "clogger_alloc",
+                                      "clogger_get_default_logger",
+                                      "clogger_set_default_logger",
+                                      "clogger_set_snprintf_time_func",
+                                      "clogmod_get_or_alloc",
+                                      "clogmod_get_or_alloc_main",
+                                      "clogmod_set_loglevel"};
+    for (const auto& kind : clog::KINDS) {
+        calls.insert(calls.end(), {kind.add, kind.remove});
+    }
+    return calls;
+}
+
+}  // namespace
+
+FakeLog::FakeLog(std::vector<std::string>& shared_journal)
+    : FakeService(shared_journal, refusable_calls()), state_(std::make_unique<State>()) {
     // Handles outlive the platform, so the state behind them is put back to the beginning.
     auto& registry = Registry::get();
     registry.loggers.for_each([](clogger& logger) {
@@ -105,7 +126,7 @@ void print(std::ostream& os, clog::AnyFunction function) {
 // The answer that the test wants instead of the real one.
 std::optional<int> refused(const char* function) {
     auto* const fake = FakePlatform::current();
-    return fake == nullptr ? -ENODEV : fake->take_failure(function);
+    return fake == nullptr ? -ENODEV : fake->log().take_failure(function);
 }
 
 template <typename... Args>
@@ -116,7 +137,7 @@ std::optional<int> noted(const char* function, Args... args) {
         call << function << '(';
         ((call << separator, print(call, args), separator = ", "), ...);
         call << ')';
-        fake->note(call.str());
+        fake->log().note(call.str());
     }
     return refused(function);
 }
@@ -179,6 +200,8 @@ void write(clogger& logger, const clogmod* module, clogger_msg_info& info, const
     if (fake == nullptr) {
         return;
     }
+    info.time_us =
+        std::chrono::duration_cast<std::chrono::microseconds>(fake->clock().now()).count();
     std::string buffer;
     info.text = format_text(buffer, fmt, args);
     {

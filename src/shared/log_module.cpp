@@ -15,10 +15,9 @@ LogLine::~LogLine() {
         }
         if (!text_.empty()) {
             clogmod* const module = module_.get();
-            log_pieces(text_, logging::get_clogger_chunking(clogmod_get_clogger(module)),
-                       [&](const char* piece) {
-                           FUNCTIONS[level_](module, file_, function_, line_, "%s", piece);
-                       });
+            log_pieces(text_, logging::get_clogger_chunking(module), [&](const char* piece) {
+                FUNCTIONS[level_](module, file_, function_, line_, "%s", piece);
+            });
         }
     } catch (...) {  // out of memory: the record is lost
     }

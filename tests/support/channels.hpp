@@ -7,22 +7,10 @@
 #include <random>
 #include <vector>
 
-#include "internal/steady_clock.hpp"
 #include "nuv/channel_info.hpp"
 #include "nuv/wlan_radio.hpp"
 
 namespace nuv::test {
-
-/// The steady clock as long as it lives.
-struct TestClock {
-    explicit TestClock(std::int64_t ns) { now = ns; }
-    ~TestClock() { impl::replace_steady_clock(before); }
-    TestClock(const TestClock&) = delete;
-    TestClock& operator=(const TestClock&) = delete;
-
-    inline static std::int64_t now = 0;
-    impl::SteadyClock before = impl::replace_steady_clock([]() noexcept { return now; });
-};
 
 inline constexpr std::int64_t NEVER = ChannelEntry::Power::NEVER_SET;
 

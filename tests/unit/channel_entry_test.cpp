@@ -3,9 +3,11 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <cmath>
 #include <limits>
 
+#include "nuv_platform/fake/fake_platform.hpp"
 #include "support/channels.hpp"
 #include "support/json_text.hpp"
 
@@ -22,15 +24,14 @@ TEST(ChannelEntry, OrderIgnoresAllButTheFrequency) {
 }
 
 TEST(ChannelEntry, FlagsAreStampedWhenTheyChangeOrWereNeverSet) {
-    const TestClock clock(10);
+    platform::FakePlatform fake;
     ChannelEntry entry;
     entry.set_remote_disturber(false);
-    EXPECT_EQ(entry.get_config_flags(), ChannelEntry::ConfigFlags(0, 10));
-    TestClock::now = 11;
+    EXPECT_EQ(entry.get_config_flags(), ChannelEntry::ConfigFlags(0, 1));
     entry.set_performance_opt(true);
-    TestClock::now = 12;
+    fake.clock().advance(std::chrono::nanoseconds(8));
     entry.set_performance_opt(true);
-    EXPECT_EQ(entry.get_config_flags(), ChannelEntry::ConfigFlags(0b10, 11));
+    EXPECT_EQ(entry.get_config_flags(), ChannelEntry::ConfigFlags(0b10, 2));
     EXPECT_TRUE(entry.get_performance_opt() && !entry.get_remote_disturber());
     entry.set_remote_disturber(true);
     entry.set_performance_opt(false);
@@ -73,11 +74,11 @@ TEST(ChannelEntry, WritesFlagsByNameAndPowerTowardsZero) {
 }
 
 TEST(ChannelEntry, ReadingKeepsChannelFrequencyAndThatFlagsAreSet) {
-    const TestClock clock(10);
+    platform::FakePlatform fake;
     ChannelEntry entry{9, KiloHertz{9}, 9, {9, 9}, {1, 9}, {9, 9}, {9, 9}, {9, 9}};
     from_json(R"({"channel":36,"config_flags":["REMOTE_DISTURBER"],"max_regulatory_power":23})", "",
               entry);
-    EXPECT_EQ(entry, ChannelEntry(36, KiloHertz{5180000}, 0, {}, {0, 10}, {}, {}, {}));
+    EXPECT_EQ(entry, ChannelEntry(36, KiloHertz{5180000}, 0, {}, {0, 1}, {}, {}, {}));
 }
 
 }  // namespace nuv::test

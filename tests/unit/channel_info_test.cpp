@@ -3,12 +3,13 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <cmath>
 #include <stdexcept>
 #include <tuple>
 
 #include "nuv/frequency_conversion.hpp"
-#include "nuv_platform/fake.hpp"
+#include "nuv_platform/fake/fake_platform.hpp"
 #include "support/channels.hpp"
 #include "support/json_text.hpp"
 
@@ -79,7 +80,7 @@ TEST(ChannelInfo, EquivalentReportsAndOlderOnesAreNotTaken) {
 
 TEST(ChannelInfo, NewestReportOverwritesAlsoWithOlderValuesAndLogsThem) {
     platform::FakePlatform platform;
-    const TestClock clock(9'000'000'000);
+    platform.clock().advance(std::chrono::seconds(9));
     ChannelInfo info(frequency(5180000, 3'000'000'000), segment(5210000, HT80, 2'000'000'000), {},
                      {20.5, 1'000'000'000});
     const ChannelInfo other(frequency(5200000, 1'999'999'999),
@@ -134,12 +135,12 @@ TEST(ChannelInfo, SecondaryCenterIsHeldFor80Plus80Alone) {
 }
 
 TEST(ChannelInfo, WhatIsReadReplacesEverythingAndIsStampedWithTheTime) {
-    const TestClock clock(10);
+    platform::FakePlatform fake;
     ChannelInfo info(frequency(1, 99), segment(2, HT8080, 99), KiloHertz{3}, {4, 99});
     from_json(R"({"primary_center":5,"channel_width":"80+80 MHz","secondary_center":6,)"
               R"("puncturing_map":3,"max_regulatory_power":20})",
               "", info);
-    EXPECT_EQ(info, ChannelInfo({}, {{KiloHertz{5}, HT8080, 3}, 10}, KiloHertz{6}, {20, 10}));
+    EXPECT_EQ(info, ChannelInfo({}, {{KiloHertz{5}, HT8080, 3}, 1}, KiloHertz{6}, {20, 1}));
 }
 
 std::string center(const ChannelInfo& info, ChannelWidth width) {

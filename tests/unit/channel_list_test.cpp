@@ -3,7 +3,10 @@
 
 #include <gtest/gtest.h>
 
-#include "nuv_platform/fake.hpp"
+#include <chrono>
+#include <cstdlib>
+
+#include "nuv_platform/fake/fake_platform.hpp"
 #include "support/channels.hpp"
 #include "support/json_text.hpp"
 
@@ -69,7 +72,7 @@ TEST(ChannelList, UpdateTypeCountsForEquivalenceAlone) {
 }
 
 TEST(ChannelList, FlagsAreSetAndResetThroughout) {
-    const TestClock clock(10);
+    platform::FakePlatform fake;
     ChannelList channels = list({36, 40, 44});
     channels.set_performance_opt_flag(36, 40, true);
     channels.get_channel_entry(KiloHertz{5200000})->set_remote_disturber(true);
@@ -79,16 +82,17 @@ TEST(ChannelList, FlagsAreSetAndResetThroughout) {
     others.get_channel_entry(KiloHertz{5520000})->set_remote_disturber(true);
     EXPECT_FALSE(channels.channel_configuration_equivalent_to(list({36})));
     EXPECT_TRUE(channels.channel_configuration_equivalent_to(others));
-    TestClock::now = 11;
+    fake.clock().advance(std::chrono::seconds(1));
     channels.set_unset_configuration_flags_to_not_penalized();
+    const std::int64_t later = fake.clock().now().count();
     channels.set_unset_state_flags_to_default_state();
     EXPECT_FALSE(channels.channel_configuration_equivalent_to(others));
     const auto& entries = channels.get_channels();
-    EXPECT_EQ(entries[0].get_config_flags(), ChannelEntry::ConfigFlags(0b10, 10));
-    EXPECT_EQ(entries[1].get_config_flags(), ChannelEntry::ConfigFlags(0b11, 10));
+    EXPECT_EQ(entries[0].get_config_flags(), ChannelEntry::ConfigFlags(0b10, 1));
+    EXPECT_EQ(entries[1].get_config_flags(), ChannelEntry::ConfigFlags(0b11, 3));
     EXPECT_EQ(entries[1].get_state_flags(), ChannelEntry::StateFlags(1, 10));
-    EXPECT_EQ(entries[2].get_config_flags(), ChannelEntry::ConfigFlags(0, 11));
-    EXPECT_EQ(entries[0].get_state_flags(), ChannelEntry::StateFlags(0, 11));
+    EXPECT_EQ(entries[2].get_config_flags(), ChannelEntry::ConfigFlags(0, later));
+    EXPECT_EQ(entries[0].get_state_flags(), ChannelEntry::StateFlags(0, later + 1));
 
     ChannelList both = channels;
     channels.reset_configuration_flags();

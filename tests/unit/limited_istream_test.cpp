@@ -8,7 +8,7 @@
 #include <stdexcept>
 #include <type_traits>
 
-#include "nuv_platform/fake.hpp"
+#include "nuv_platform/fake/fake_platform.hpp"
 
 namespace nuv {
 namespace {

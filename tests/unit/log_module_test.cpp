@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "nuv/logging/chunk_io_manipulator.hpp"
-#include "nuv_platform/fake.hpp"
+#include "nuv_platform/fake/fake_platform.hpp"
 
 namespace nuv::logging {
 namespace {
@@ -54,7 +54,7 @@ TEST(LogModule, WaitsForThePlatformToHaveTheModule) {
     static constinit impl::LogModule late{"late"};
     { NUV_LOG(late, error) << "no platform"; }
     platform::FakePlatform platform;
-    platform.fail_next("clogmod_get_or_alloc", 0);
+    platform.log().fail_next("clogmod_get_or_alloc", 0);
     NUV_LOG(late, error) << "refused";
     NUV_LOG(late, error) << "logged";
     EXPECT_EQ(platform.log().texts(), Texts{"logged"});

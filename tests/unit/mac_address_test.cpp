@@ -8,7 +8,7 @@
 #include <iterator>
 
 #include "nuv/binary_serializable_type.hpp"
-#include "nuv_platform/fake.hpp"
+#include "nuv_platform/fake/fake_platform.hpp"
 #include "support/json_text.hpp"
 
 namespace nuv::test {
@@ -103,7 +103,7 @@ TEST(MACAddress, TwoAddressesAreInvalidAndGroupsAreNotIndividual) {
 
 TEST(MACAddress, OfAnInterfaceIsWhatThePlatformKnows) {
     platform::FakePlatform platform;
-    platform.set_hwaddr("name_of_15_char", ADDRESS.octets());
+    platform.interfaces().set_hwaddr("name_of_15_char", ADDRESS.octets());
     EXPECT_EQ(get_mac_for_ifname(InterfaceName("name_of_15_char")), ADDRESS);
     EXPECT_EQ(get_mac_for_ifname(InterfaceName("eth9")), MACAddress());
 }

@@ -12,7 +12,7 @@
 #include "nuv/channel_info.hpp"
 #include "nuv/channel_list.hpp"
 #include "nuv/nss_table.hpp"
-#include "nuv_platform/fake.hpp"
+#include "nuv_platform/fake/fake_platform.hpp"
 #include "tests/support/channel_info_text.hpp"
 #include "tests/support/listed_cases.hpp"
 

@@ -34,5 +34,7 @@ NUV_EXPORT void set_default_clogger_chunking(const std::string& logger_name, std
 
 /// The default chunk size of a logger, by the name that the platform reports for it; 0 for null.
 NUV_EXPORT std::uint32_t get_clogger_chunking(const clogger* logger);
+/// The same for the logger that a module writes to.
+NUV_EXPORT std::uint32_t get_clogger_chunking(clogmod* module);
 
 }  // namespace nuv::logging

@@ -37,11 +37,7 @@ public:
     }
 
     std::uint32_t get_chunking() const noexcept override {
-        if constexpr (std::is_same_v<Handle, clogger>) {
-            return get_clogger_chunking(get_handle());
-        } else {
-            return get_clogger_chunking(clogmod_get_clogger(get_handle()));
-        }
+        return get_clogger_chunking(get_handle());
     }
 
 private:

@@ -5,7 +5,7 @@
 #include <memory>
 #include <optional>
 
-#include "nuv_platform/fake.hpp"
+#include "nuv_platform/fake/fake_platform.hpp"
 
 namespace {
 

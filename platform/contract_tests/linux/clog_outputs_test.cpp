@@ -3,6 +3,7 @@
 #include <fcntl.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <pthread.h>
 #include <sys/mman.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -10,12 +11,14 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <csignal>
 #include <cstdint>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
 #include <string>
+#include <thread>
 
 #include "nuv_platform/clog.h"
 #include "nuv_platform/clog_ring.h"
@@ -69,8 +72,20 @@ TEST_F(ClogOutputs, FileIsAppendedToAndSetAsideWhenFull) {
     EXPECT_EQ(clogger_rm_file(logger, file.c_str()), 0);
 
     const clogger_backup_style afresh{.files = 1, .rotate_on_open = 1};
-    ASSERT_EQ(clogger_add_file(logger, file.c_str(), 0, &afresh, 31, CLOGGER_FIELD_NONE), 0);
+    ASSERT_EQ(clogger_add_file(logger, file.c_str(), 16, &afresh, 31, CLOGGER_FIELD_NONE), 0);
     EXPECT_EQ(content(file), "");
+    for (int i = 0; i < 2; ++i) {  // an empty file is not set aside, also one emptied by others
+        fs::resize_file(file, 0);
+        log("longer than the limit");
+        EXPECT_EQ(content(file), "longer than the limit\n");
+    }
+    EXPECT_EQ(content(older(1)), "fourth........\n");
+    EXPECT_EQ(clogger_rm_file(logger, file.c_str()), 0);
+
+    const clogger_backup_style none{.files = 0, .rotate_on_open = 0};
+    ASSERT_EQ(clogger_add_file(logger, file.c_str(), 16, &none, 31, CLOGGER_FIELD_NONE), 0);
+    log("alone");
+    EXPECT_EQ(content(file), "alone\n");
     EXPECT_EQ(content(older(1)), "fourth........\n");
     EXPECT_EQ(clogger_rm_file(logger, file.c_str()), 0);
 }
@@ -95,6 +110,86 @@ TEST_F(ClogOutputs, FileThatCannotBeReopenedLosesLinesOnly) {
     log("back");
     EXPECT_EQ(content(file), std::string(90, 'a') + "\nback\n");
     EXPECT_EQ(clogger_rm_file(logger, file.c_str()), 0);
+}
+
+TEST_F(ClogOutputs, BrokenPipeLosesTheRecordAndLeavesSigpipeAlone) {
+    static volatile std::sig_atomic_t raised = 0;
+    const auto handler = std::signal(SIGPIPE, [](int) { raised = 1; });
+    sigset_t pipe;
+    sigset_t set;
+    sigemptyset(&pipe);
+    sigaddset(&pipe, SIGPIPE);
+
+    // Two outputs without a reader: stderr, and a named pipe.
+    int ends[2];
+    ASSERT_EQ(::pipe(ends), 0);
+    const int own_stderr = ::dup(STDERR_FILENO);
+    ::dup2(ends[1], STDERR_FILENO);
+    ASSERT_EQ(::mkfifo(file.c_str(), 0600), 0);
+    int reader = ::open(file.c_str(), O_RDONLY | O_NONBLOCK);
+    EXPECT_EQ(clogger_enable_stderr(logger, 31, CLOGGER_FIELD_NONE), 0);
+    EXPECT_EQ(clogger_add_file(logger, file.c_str(), 0, nullptr, 31, CLOGGER_FIELD_NONE), 0);
+    for (const int end : {ends[0], ends[1], reader}) {
+        ::close(end);
+    }
+
+    for (const int before : {0, 1, 2}) {  // not blocked, blocked, blocked and pending
+        if (before == 1) {
+            ::pthread_sigmask(SIG_BLOCK, &pipe, nullptr);
+        } else if (before == 2) {
+            std::raise(SIGPIPE);
+        }
+        log("lost");
+        ::pthread_sigmask(SIG_BLOCK, nullptr, &set);
+        EXPECT_EQ(sigismember(&set, SIGPIPE), before > 0 ? 1 : 0) << before;
+        ::sigpending(&set);
+        EXPECT_EQ(sigismember(&set, SIGPIPE), before > 1 ? 1 : 0) << before;
+    }
+    EXPECT_EQ(raised, 0);
+    ::pthread_sigmask(SIG_UNBLOCK, &pipe, nullptr);
+    EXPECT_EQ(raised, 1);
+
+    reader = ::open(file.c_str(), O_RDONLY | O_NONBLOCK);
+    log("read");
+    std::string text(100, '\0');
+    text.resize(
+        static_cast<std::size_t>(std::max<ssize_t>(0, ::read(reader, text.data(), text.size()))));
+    EXPECT_EQ(text, "read\n");
+    ::close(reader);
+    EXPECT_EQ(clogger_disable_stderr(logger), 0);
+    EXPECT_EQ(clogger_rm_file(logger, file.c_str()), 0);
+    ::dup2(own_stderr, STDERR_FILENO);
+    ::close(own_stderr);
+    std::signal(SIGPIPE, handler);
+}
+
+TEST_F(ClogOutputs, LineIsWrittenWholeWhileAnotherThreadInterrupts) {
+    struct sigaction interrupt {};
+    struct sigaction before {};
+    interrupt.sa_handler = [](int) {};  // without SA_RESTART
+    ::sigaction(SIGUSR1, &interrupt, &before);
+    ASSERT_EQ(::mkfifo(file.c_str(), 0600), 0);
+    const std::string line = std::string(300'000, 'x') + "\n";  // more than a pipe holds
+    std::string text;
+    std::thread reader([&, writer = ::pthread_self()] {
+        const int fd = ::open(file.c_str(), O_RDONLY);
+        char part[1000];  // less than a page: most writes are interrupted before they begin
+        while (text.size() < line.size()) {
+            const ssize_t count = ::read(fd, part, sizeof part);
+            if (count <= 0) {
+                break;
+            }
+            text.append(part, static_cast<std::size_t>(count));
+            ::pthread_kill(writer, SIGUSR1);
+        }
+        ::close(fd);
+    });
+    EXPECT_EQ(clogger_add_file(logger, file.c_str(), 0, nullptr, 31, CLOGGER_FIELD_NONE), 0);
+    log(line.substr(0, line.size() - 1));
+    EXPECT_EQ(clogger_rm_file(logger, file.c_str()), 0);
+    reader.join();
+    EXPECT_TRUE(text == line) << text.size();
+    ::sigaction(SIGUSR1, &before, nullptr);
 }
 
 /// Reads a ring as clog_ring.h tells it.

@@ -31,7 +31,11 @@
  * will run again. A callback must not throw. What it logs itself is dropped, and a change of
  * outputs, filters or the time function that it asks for is refused.
  *
- * No call ends the process for want of a resource: what cannot be written is dropped.
+ * No call ends the process for want of a resource: what cannot be written is dropped. Writing a
+ * record to a broken pipe raises no SIGPIPE that the process could notice.
+ *
+ * A platform may omit the functions marked "Optional"; each says what the library does without it.
+ * All others are required.
  *
  * Result of every function that returns an int, unless it says otherwise:
  *
@@ -126,11 +130,13 @@ NUV_PLATFORM_EXPORT clogger* clogger_get(const char* name);
 /** The logger `name`, made when there is none. NULL without memory or with an empty or NULL name.
  */
 NUV_PLATFORM_EXPORT clogger* clogger_alloc(const char* name);
-/** Never NULL on a platform that can log at all. */
+/** Never NULL on a platform that can log at all. Optional: clogger_get(NULL) stands in. */
 NUV_PLATFORM_EXPORT clogger* clogger_get_default_logger(void);
-/** Modules that are bound to no logger write to the default one from the next record on. */
+/** Modules that are bound to no logger write to the default one from the next record on. Optional:
+ * without it the default logger stays. */
 NUV_PLATFORM_EXPORT int clogger_set_default_logger(clogger* logger);
-/** The name, valid until the process ends; NULL for NULL. */
+/** The name, valid until the process ends; NULL for NULL. Optional: without it the library cuts no
+ * record into chunks. */
 NUV_PLATFORM_EXPORT const char* clogger_get_name(const clogger* logger);
 
 /** Write one record straight to a logger. `file` and `function` may be NULL. */
@@ -148,7 +154,8 @@ NUV_PLATFORM_EXPORT void clogger__debug(clogger* logger, const char* file, const
 /* -- outputs of a logger; mask and fields as told at enum clogger_field -- */
 
 /** The three standard outputs, at most one of each for a logger. Enabling one that is enabled gives
- *  it the new mask and fields. */
+ *  it the new mask and fields. Lines go straight to the file descriptors 2 and 1. A program that
+ *  also prints through stdio flushes it first to keep the order. */
 NUV_PLATFORM_EXPORT int clogger_enable_stderr(clogger* logger, uint16_t mask, uint16_t fields);
 NUV_PLATFORM_EXPORT int clogger_enable_stdout(clogger* logger, uint16_t mask, uint16_t fields);
 /** Facility daemon, the program's name as identification; trace records go in as debug. */
@@ -201,12 +208,13 @@ NUV_PLATFORM_EXPORT int clogger_rm_msg_filter(clogger* logger, clogger_msg_filte
                                               void* ctx);
 
 /** Replaces the form of the time field for all outputs of the logger; NULL goes back to the
- * built-in one. */
+ * built-in one. Optional: without it the form stays. */
 NUV_PLATFORM_EXPORT int clogger_set_snprintf_time_func(clogger* logger,
                                                        clogger_snprintf_time function);
 
 /** Prints the logger's name, outputs, filters and modules for people, line by line; the printer may
- *  use the logger. Returns 0, or the negative result of the printer. */
+ *  use the logger. Returns 0, or the negative result of the printer. Optional: without it nothing is
+ *  printed. */
 NUV_PLATFORM_EXPORT int clogger_show(clogger* logger, clogger_printer printer, void* ctx);
 
 /* -- modules -- */
@@ -214,14 +222,16 @@ NUV_PLATFORM_EXPORT int clogger_show(clogger* logger, clogger_printer printer, v
 /** The module `name`, made when there is none. NULL without memory or with an empty or NULL name. A
  *  module writes to whatever is the default logger until it is bound. */
 NUV_PLATFORM_EXPORT clogmod* clogmod_get_or_alloc(const char* name);
-/** The same, bound to `logger` from now on and its main module. NULL when `logger` is NULL. */
+/** The same, bound to `logger` from now on and its main module. NULL when `logger` is NULL. Optional:
+ *  without it no logger gets a main module. */
 NUV_PLATFORM_EXPORT clogmod* clogmod_get_or_alloc_main(clogger* logger, const char* name);
-/** The logger that the module writes to at the moment. */
+/** The logger that the module writes to at the moment. Optional: without it the library cuts no
+ *  record of a module into chunks. */
 NUV_PLATFORM_EXPORT clogger* clogmod_get_clogger(clogmod* module);
-/** Any number is kept as given. */
+/** Any number is kept as given. Optional: without it the level stays. */
 NUV_PLATFORM_EXPORT void clogmod_set_loglevel(clogmod* module, int level);
 /** The module's level, -1 for NULL. Costs no more than a load: callers ask it before they build a
- *  record. */
+ *  record. Optional: without it the library builds every record and reports CLOGGER_TRACE. */
 NUV_PLATFORM_EXPORT int clogmod_get_loglevel(clogmod* module);
 
 /** Write one record through a module. `file` and `function` may be NULL. */

@@ -12,6 +12,7 @@
 #include <string>
 #include <string_view>
 
+#include "internal/optional_platform.hpp"
 #include "nuv_platform/clog.h"
 
 namespace nuv::impl {
@@ -36,7 +37,7 @@ public:
             module = clogmod_get_or_alloc(name_);
             module_.store(module, std::memory_order_release);
         }
-        return level <= clogmod_get_loglevel(module);
+        return level <= impl::loglevel(module);
     }
 
     /// Null until enabled() was asked.

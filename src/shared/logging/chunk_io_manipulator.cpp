@@ -6,6 +6,8 @@
 #include <ostream>
 #include <unordered_map>
 
+#include "internal/optional_platform.hpp"
+
 namespace nuv::logging {
 
 namespace {
@@ -48,8 +50,12 @@ void set_default_clogger_chunking(const std::string& logger_name, std::uint32_t 
 }
 
 std::uint32_t get_clogger_chunking(const clogger* logger) {
-    const char* const name = clogger_get_name(logger);
+    const char* const name = impl::call_if_present(clogger_get_name, logger);
     return name == nullptr ? 0 : get_default_clogger_chunking(name);
+}
+
+std::uint32_t get_clogger_chunking(clogmod* module) {
+    return get_clogger_chunking(impl::call_if_present(clogmod_get_clogger, module));
 }
 
 }  // namespace nuv::logging

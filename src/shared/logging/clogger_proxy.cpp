@@ -6,6 +6,7 @@
 #include <string_view>
 #include <utility>
 
+#include "internal/optional_platform.hpp"
 #include "nuv/logging/clog_adapter.hpp"
 
 namespace nuv::logging {
@@ -25,7 +26,7 @@ void configure(const CloggerProxy& proxy, const char* name, Call call, Args... a
 template <typename Call, typename... Args>
 void forward(const CloggerProxy& proxy, Call call, Args... args) {
     if (clogger* const logger = proxy.get_clogger()) {
-        call(logger, args...);
+        impl::call_if_present(call, logger, args...);
     }
 }
 
@@ -43,7 +44,7 @@ CloggerProxy::CloggerProxy(const std::string& name, bool set_default, bool add_m
 
 clogger* CloggerProxy::get_clogger() const {
     if (name_.empty()) {
-        return clogger_get_default_logger();
+        return impl::default_logger();
     }
     clogger* const logger = clogger_get(name_.c_str());
     return logger != nullptr ? logger : clogger_alloc(name_.c_str());
@@ -153,7 +154,7 @@ ClogStreamBuf CloggerProxy::get_ostream(std::int32_t level, const char* file, co
 std::uint32_t CloggerProxy::get_chunking() const { return get_clogger_chunking(get_clogger()); }
 
 void CloggerProxy::set_chunking(std::uint32_t size) {
-    if (const char* const name = clogger_get_name(get_clogger())) {
+    if (const char* const name = impl::call_if_present(clogger_get_name, get_clogger())) {
         set_default_clogger_chunking(name, size);
     }
 }

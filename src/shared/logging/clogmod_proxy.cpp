@@ -5,6 +5,7 @@
 #include <memory>
 #include <string_view>
 
+#include "internal/optional_platform.hpp"
 #include "nuv/logging/clog_adapter.hpp"
 
 namespace nuv::logging {
@@ -26,9 +27,11 @@ constexpr std::array ADAPTERS_BY_LEVEL = {
 
 clogmod* ClogmodProxy::get_clogmod() const { return clogmod_get_or_alloc(name_.c_str()); }
 
-void ClogmodProxy::set_loglevel(int level) { clogmod_set_loglevel(get_clogmod(), level); }
+void ClogmodProxy::set_loglevel(int level) {
+    impl::call_if_present(clogmod_set_loglevel, get_clogmod(), level);
+}
 
-int ClogmodProxy::get_loglevel() const { return clogmod_get_loglevel(get_clogmod()); }
+int ClogmodProxy::get_loglevel() const { return impl::loglevel(get_clogmod()); }
 
 ClogStreamBuf ClogmodProxy::get_ostream(int level, const char* file, const char* function,
                                         int line) const {

@@ -12,7 +12,7 @@
 #include "nuv/ieee802_11/ieee802_11_ht_capabilities.hpp"
 #include "nuv/ieee802_11/ieee802_11_multi_link.hpp"
 #include "nuv/ieee802_11/ieee802_11_rsn_element.hpp"
-#include "nuv_platform/fake.hpp"
+#include "nuv_platform/fake/fake_platform.hpp"
 #include "support/elements.hpp"
 
 namespace nuv::ieee802_11 {

@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "nuv/ieee802_11/ieee802_11_measurement_report.hpp"
-#include "nuv_platform/fake.hpp"
+#include "nuv_platform/fake/fake_platform.hpp"
 #include "support/elements.hpp"
 #include "tools/vectors/vectors.hpp"
 

@@ -13,7 +13,7 @@
 
 #include "nuv/logging/chunk_io_manipulator.hpp"
 #include "nuv/logging/clogmod_proxy.hpp"
-#include "nuv_platform/fake.hpp"
+#include "nuv_platform/fake/fake_platform.hpp"
 
 namespace nuv::logging {
 namespace {

@@ -9,7 +9,7 @@
 
 #include "nuv/logging/chunk_io_manipulator.hpp"
 #include "nuv/logging/clogmod_proxy.hpp"
-#include "nuv_platform/fake.hpp"
+#include "nuv_platform/fake/fake_platform.hpp"
 
 namespace nuv::logging {
 namespace {
@@ -79,7 +79,7 @@ TEST_F(CloggerProxyTest, ConfigurationReachesThePlatformUnchanged) {
 TEST_F(CloggerProxyTest, RefusedOutputThrowsWithTheNameOfTheCall) {
     Calls texts;
     for (const auto& row : CONFIGURATION) {
-        platform.fail_next(row.seen.substr(0, row.seen.find('(')), 1);
+        platform.log().fail_next(row.seen.substr(0, row.seen.find('(')), 1);
         try {
             row.call(proxy);
         } catch (const std::runtime_error& e) {
@@ -94,7 +94,7 @@ TEST_F(CloggerProxyTest, RefusedOutputThrowsWithTheNameOfTheCall) {
 }
 
 TEST_F(CloggerProxyTest, WithoutALoggerNothingHappens) {
-    platform.fail_next("clogger_get_default_logger", 0, 100);
+    platform.log().fail_next("clogger_get_default_logger", 0, 100);
     for (const auto& row : CONFIGURATION) {
         EXPECT_NO_THROW(row.call(proxy)) << row.seen;
     }
@@ -114,7 +114,7 @@ TEST_F(CloggerProxyTest, NamedLoggerIsMadeWhenMissing) {
     EXPECT_EQ(first.get_clogger(), second.get_clogger());
     EXPECT_EQ(proxy.get_clogger(), second.get_clogger());
 
-    platform.fail_next("clogger_alloc", 0, 3);
+    platform.log().fail_next("clogger_alloc", 0, 3);
     EXPECT_EQ(CloggerProxy("refused", true, true).get_clogger(), nullptr);
 }
 
@@ -153,10 +153,10 @@ TEST_F(CloggerProxyTest, StreamsReachTheFunctionOfTheirLevel) {
 }
 
 TEST_F(CloggerProxyTest, UnnamedStreamAsksForTheDefaultLoggerByNull) {
-    platform.fail_next("clogger_get_default_logger", 0, 100);  // not the stream's way
+    platform.log().fail_next("clogger_get_default_logger", 0, 100);  // not the stream's way
     proxy.get_ostream(0, "f", "g", 1, 0) << "a";
     EXPECT_EQ(platform.log().texts(), Calls{"a"});
-    platform.fail_next("clogger_get", 0, 2);  // chunk size and record
+    platform.log().fail_next("clogger_get", 0, 2);  // chunk size and record
     proxy.get_ostream(0, "f", "g", 1, 0) << "dropped";
     EXPECT_EQ(platform.log().texts(), Calls{"a"});
 }
@@ -172,7 +172,7 @@ TEST(ClogmodProxy, StreamsReachTheFunctionOfTheirLevel) {
             << level;
         platform.log().clear_records();
     }
-    platform.fail_next("clogmod_get_or_alloc", 0, 2);
+    platform.log().fail_next("clogmod_get_or_alloc", 0, 2);
     proxy.get_ostream(0, "src/a", "run", 7) << "dropped";
     EXPECT_TRUE(platform.log().records().empty());
 }

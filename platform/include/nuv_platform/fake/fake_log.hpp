@@ -7,13 +7,15 @@
 #include <vector>
 
 #include "nuv_platform/export.h"
+#include "nuv_platform/fake/fake_service.hpp"
 
 namespace nuv::platform {
 
 /// The logger of the test double: remembers every record it was given, masked or not. Handles are
 /// names that live as long as the process; loggers, outputs, filters and levels begin anew with
-/// each FakePlatform. The clock of records stands at 0. Outputs other than callbacks write nothing.
-class NUV_PLATFORM_EXPORT FakeLog {
+/// each FakePlatform. Records show the time of FakeClock. Outputs other than callbacks write nothing.
+/// Refusable: every call that changes the configuration, and the three that look up a handle.
+class NUV_PLATFORM_EXPORT FakeLog final : public FakeService {
 public:
     struct Record {
         int level = 0;
@@ -30,10 +32,8 @@ public:
         NUV_PLATFORM_EXPORT friend std::ostream& operator<<(std::ostream& os, const Record& record);
     };
 
-    FakeLog();
+    explicit FakeLog(std::vector<std::string>& shared_journal);
     ~FakeLog();
-    FakeLog(const FakeLog&) = delete;
-    FakeLog& operator=(const FakeLog&) = delete;
 
     std::vector<Record> records() const;
     /// The texts of records(), alone.

@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "nuv_platform/fake/fake_platform.hpp"
+
+#include <cassert>
+#include <iostream>
+
+namespace nuv::platform {
+
+namespace {
+FakePlatform* instance = nullptr;
+}
+
+FakePlatform::FakePlatform() {
+    assert(instance == nullptr);
+    instance = this;
+}
+
+FakePlatform::~FakePlatform() {
+    for (const auto& call : log_.leftovers()) {
+        std::cerr << "FakePlatform: never undone: " << call << '\n';
+    }
+    instance = nullptr;
+}
+
+FakePlatform* FakePlatform::current() noexcept { return instance; }
+
+}  // namespace nuv::platform
