@@ -12,6 +12,6 @@ else()
 endif()
 
 nuv_precompile(nuv_test_headers ${standard_headers} <gmock/gmock.h> <gtest/gtest.h>)
-target_link_libraries(nuv_test_headers PRIVATE GTest::gmock_main)
+target_link_libraries(nuv_test_headers PRIVATE nuv_test_options GTest::gmock_main)
 set_target_properties(nuv_test_headers PROPERTIES POSITION_INDEPENDENT_CODE OFF)
 target_compile_options(nuv_test_headers PRIVATE -fPIE)

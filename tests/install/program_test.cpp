@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// Runs on the fake, although nuv::nuv also brings the Linux platform: through the library, an
-// interface that only the fake knows has an address.
+// Runs on the fake: through the library, an interface that only the fake knows has an address.
 #include "nuv/mac_address.hpp"
 #include "nuv_platform/fake/fake_platform.hpp"
 
