@@ -7,7 +7,7 @@
 #include <iostream>
 #include <system_error>
 
-#include "text.hpp"
+#include "text/text.hpp"
 
 namespace nuvctl {
 

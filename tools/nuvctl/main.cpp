@@ -5,7 +5,7 @@
 #include <iostream>
 #include <string>
 
-#include "command.hpp"
+#include "commands/command.hpp"
 
 namespace {
 

@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "action_frame.hpp"
-#include "association_request.hpp"
+#include "frames/action_frame.hpp"
+#include "frames/association_request.hpp"
 
 namespace nuvctl {
 

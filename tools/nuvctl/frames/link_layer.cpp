@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "link_layer.hpp"
+#include "frames/link_layer.hpp"
 
 #include <pcap/dlt.h>
 

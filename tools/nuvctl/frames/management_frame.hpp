@@ -7,8 +7,8 @@
 #include <string_view>
 #include <vector>
 
-#include "element.hpp"
-#include "link_layer.hpp"
+#include "frames/element.hpp"
+#include "frames/link_layer.hpp"
 #include "nuv/mac_address.hpp"
 
 namespace nuvctl {

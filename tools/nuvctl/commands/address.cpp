@@ -10,14 +10,14 @@
 #include <system_error>
 #include <vector>
 
-#include "command.hpp"
+#include "commands/command.hpp"
 #include "file.hpp"
-#include "json_writer.hpp"
+#include "json/writer.hpp"
 #include "nuv/ipv4_address.hpp"
 #include "nuv/ipv6_address.hpp"
 #include "nuv/mac_address.hpp"
 #include "nuv/prefixed_ip_address.hpp"
-#include "text.hpp"
+#include "text/text.hpp"
 
 namespace nuvctl {
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "text.hpp"
+#include "text/text.hpp"
 
 #include <array>
 #include <charconv>

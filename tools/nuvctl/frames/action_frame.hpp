@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-#include "management_frame.hpp"
+#include "frames/management_frame.hpp"
 
 namespace nuvctl {
 

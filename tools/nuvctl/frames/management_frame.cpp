@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "management_frame.hpp"
+#include "frames/management_frame.hpp"
 
 #include <algorithm>
 

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "decode_json.hpp"
+#include "json/decode_json.hpp"
 
-#include "json_writer.hpp"
+#include "frames/security.hpp"
+#include "json/writer.hpp"
 #include "nuv/ieee802_11/ieee802_11_field_visitor.hpp"
 #include "nuv/ieee802_11/rsn_security.hpp"
-#include "security.hpp"
-#include "text.hpp"
+#include "text/text.hpp"
 
 namespace nuvctl {
 

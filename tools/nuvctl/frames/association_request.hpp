@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "management_frame.hpp"
+#include "frames/management_frame.hpp"
 
 namespace nuvctl {
 

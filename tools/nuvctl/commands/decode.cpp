@@ -8,16 +8,16 @@
 #include <string>
 #include <vector>
 
-#include "action_frame.hpp"
-#include "association_request.hpp"
-#include "capture_file.hpp"
-#include "command.hpp"
-#include "decode_json.hpp"
-#include "decode_summary.hpp"
+#include "commands/command.hpp"
+#include "commands/decode_summary.hpp"
 #include "file.hpp"
-#include "link_layer.hpp"
+#include "frames/action_frame.hpp"
+#include "frames/association_request.hpp"
+#include "frames/capture_file.hpp"
+#include "frames/link_layer.hpp"
+#include "json/decode_json.hpp"
 #include "nuv/logging/clogmod_proxy.hpp"
-#include "text.hpp"
+#include "text/text.hpp"
 
 namespace nuvctl {
 

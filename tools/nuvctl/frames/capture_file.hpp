@@ -9,7 +9,7 @@
 #include <string>
 
 #include "file.hpp"
-#include "timestamp.hpp"
+#include "text/timestamp.hpp"
 
 struct pcap;
 struct pcap_dumper;

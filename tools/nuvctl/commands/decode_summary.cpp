@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "decode_summary.hpp"
+#include "commands/decode_summary.hpp"
 
 #include <algorithm>
 #include <array>
 #include <ostream>
 #include <sstream>
 
+#include "frames/security.hpp"
 #include "nuv/ieee802_11.hpp"
-#include "security.hpp"
-#include "text.hpp"
+#include "text/text.hpp"
 
 namespace nuvctl {
 

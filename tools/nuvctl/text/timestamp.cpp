@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "timestamp.hpp"
+#include "text/timestamp.hpp"
 
 #include <array>
 #include <charconv>

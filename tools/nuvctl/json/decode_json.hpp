@@ -4,10 +4,10 @@
 #include <iosfwd>
 #include <string_view>
 
-#include "action_frame.hpp"
-#include "association_request.hpp"
-#include "capture_file.hpp"
-#include "link_layer.hpp"
+#include "frames/action_frame.hpp"
+#include "frames/association_request.hpp"
+#include "frames/capture_file.hpp"
+#include "frames/link_layer.hpp"
 
 namespace nuvctl {
 

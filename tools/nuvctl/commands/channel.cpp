@@ -7,9 +7,9 @@
 #include <sstream>
 #include <string>
 
-#include "command.hpp"
+#include "commands/command.hpp"
 #include "file.hpp"
-#include "json_writer.hpp"
+#include "json/writer.hpp"
 #include "nuv/frequency_conversion.hpp"
 #include "nuv/operating_class_deduction.hpp"
 

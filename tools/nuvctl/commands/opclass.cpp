@@ -9,9 +9,9 @@
 #include <string>
 #include <vector>
 
-#include "command.hpp"
+#include "commands/command.hpp"
 #include "file.hpp"
-#include "json_writer.hpp"
+#include "json/writer.hpp"
 
 namespace nuvctl {
 

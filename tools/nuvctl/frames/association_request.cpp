@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "association_request.hpp"
+#include "frames/association_request.hpp"
 
 #include <algorithm>
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "element.hpp"
+#include "frames/element.hpp"
 
 #include <algorithm>
 

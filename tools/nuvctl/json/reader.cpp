@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "json_reader.hpp"
+#include "json/reader.hpp"
 
 #include <cctype>
 #include <cerrno>
 #include <cstdio>
 #include <sstream>
 
-#include "json_fields.hpp"
+#include "json/fields.hpp"
 #include "nuv/serialization_exception.hpp"
 
 namespace nuvctl {

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "nuv/yajl_node.hpp"
-#include "timestamp.hpp"
+#include "text/timestamp.hpp"
 
 namespace nuvctl {
 

@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "encode_json.hpp"
+#include "json/encode_json.hpp"
 
 #include <algorithm>
 #include <limits>
 #include <span>
 #include <sstream>
 
-#include "action_frame.hpp"
-#include "association_request.hpp"
-#include "json_fields.hpp"
+#include "frames/action_frame.hpp"
+#include "frames/association_request.hpp"
+#include "json/fields.hpp"
 #include "nuv/mac_address.hpp"
 #include "nuv/serialization_exception.hpp"
 

@@ -5,7 +5,7 @@
 #include <optional>
 #include <span>
 
-#include "capture_file.hpp"
+#include "frames/capture_file.hpp"
 
 namespace nuvctl {
 

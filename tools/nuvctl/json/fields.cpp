@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "json_fields.hpp"
+#include "json/fields.hpp"
 
 #include <utility>
 
-#include "text.hpp"
+#include "text/text.hpp"
 
 namespace nuvctl {
 

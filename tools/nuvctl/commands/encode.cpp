@@ -9,13 +9,13 @@
 #include <string>
 #include <vector>
 
-#include "capture_file.hpp"
-#include "command.hpp"
-#include "encode_json.hpp"
-#include "json_fields.hpp"
-#include "json_reader.hpp"
+#include "commands/command.hpp"
+#include "frames/capture_file.hpp"
+#include "json/encode_json.hpp"
+#include "json/fields.hpp"
+#include "json/reader.hpp"
 #include "nuv/logging/clogmod_proxy.hpp"
-#include "text.hpp"
+#include "text/text.hpp"
 
 namespace nuvctl {
 

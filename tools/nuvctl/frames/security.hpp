@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "association_request.hpp"
+#include "frames/association_request.hpp"
 #include "nuv/ieee802_11/rsn_security.hpp"
 
 namespace nuvctl {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "capture_file.hpp"
+#include "frames/capture_file.hpp"
 
 #include <pcap/pcap.h>
 #include <sys/stat.h>

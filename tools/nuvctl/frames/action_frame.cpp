@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "action_frame.hpp"
+#include "frames/action_frame.hpp"
 
 #include <algorithm>
 #include <array>

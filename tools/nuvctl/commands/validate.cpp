@@ -5,10 +5,10 @@
 #include <string>
 #include <vector>
 
-#include "command.hpp"
-#include "json_fields.hpp"
-#include "json_reader.hpp"
-#include "json_writer.hpp"
+#include "commands/command.hpp"
+#include "json/fields.hpp"
+#include "json/reader.hpp"
+#include "json/writer.hpp"
 #include "nuv/channel_entry.hpp"
 #include "nuv/channel_info.hpp"
 #include "nuv/frequency_conversion.hpp"
@@ -16,7 +16,7 @@
 #include "nuv/logging/string_to_logmask.hpp"
 #include "nuv/serialization_exception.hpp"
 #include "nuv/type_validator.hpp"
-#include "text.hpp"
+#include "text/text.hpp"
 
 namespace nuvctl {
 
