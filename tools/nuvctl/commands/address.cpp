@@ -11,7 +11,6 @@
 #include <vector>
 
 #include "commands/command.hpp"
-#include "file.hpp"
 #include "json/writer.hpp"
 #include "nuv/ipv4_address.hpp"
 #include "nuv/ipv6_address.hpp"
@@ -143,8 +142,7 @@ public:
             }
         }
         if (std::cin.bad()) {
-            std::cerr << "nuvctl: standard input: " << std::generic_category().message(errno)
-                      << '\n';
+            report("standard input: " + std::generic_category().message(errno));
             status_ = 1;
         }
     }
@@ -157,20 +155,16 @@ private:
     int status_ = 0;
 };
 
+/// The exit status.
 int run(const Options& options) {
     AddressPrinter printer(options);
-    try {
-        for (const std::string& text : options.texts) {
-            printer.print(text);
-        }
-        if (options.texts.empty()) {
-            printer.print_lines_of_standard_input();
-        }
-    } catch (const nuv::serialization::SerializationException&) {
-        return write_failed("-");
+    for (const std::string& text : options.texts) {
+        printer.print(text);
     }
-    std::cout.flush();
-    return std::cout ? printer.status() : write_failed("-");
+    if (options.texts.empty()) {
+        printer.print_lines_of_standard_input();
+    }
+    return printer.status();
 }
 
 /// For an option's value: what is wrong with it as an IP address.
@@ -201,7 +195,7 @@ void add_address(CLI::App& nuvctl, int& status) {
         "A text that is no address has an \"error\" that says why, and the exit status is 1.\n\n"
         "Example: nuvctl address 02:00:00:00:00:01 fe80::1 192.168.1.77/24 --contains "
         "192.168.1.1");
-    command->callback([options, &status] { status = run(*options); });
+    set_action(*command, status, [options] { return run(*options); });
 }
 
 }  // namespace nuvctl

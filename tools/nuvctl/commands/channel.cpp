@@ -8,7 +8,6 @@
 #include <string>
 
 #include "commands/command.hpp"
-#include "file.hpp"
 #include "json/writer.hpp"
 #include "nuv/frequency_conversion.hpp"
 #include "nuv/operating_class_deduction.hpp"
@@ -52,29 +51,12 @@ KiloHertz frequency_of(const Options& options) {
     return channel_to_frequency(band_to_starting_frequency(band), number);
 }
 
-struct Segment {
-    std::uint8_t center = 0;
-    nuv::OperatingClassDeduction::ChannelSet channels;
-};
-
 /// The classes of a channel as primary channel of a width, and by their centre's frequency the
 /// segments that it lies in.
 struct Place {
-    std::map<KiloHertz, Segment> segments;
+    std::map<KiloHertz, nuv::OperatingClassDeduction::Segment> segments;
     std::map<Region, nuv::OperatingClassDeduction::OpclassSet> opclasses;
 };
-
-void add_segments(Place& place, const OpclassLookup& table, std::uint8_t opclass,
-                  std::uint8_t channel, std::int32_t width) {
-    for (const KiloHertz center : table.get_segment_center_frequencies(channel, opclass)) {
-        const KiloHertz distance = center - table.get_channel_frequency(channel, opclass);
-        Segment& segment = place.segments[center];
-        segment.center = static_cast<std::uint8_t>(channel + distance.count() / 5'000);
-        for (int at = segment.center - width / 10 + 2; at < segment.center + width / 10; at += 4) {
-            segment.channels.insert(static_cast<std::uint8_t>(at));
-        }
-    }
-}
 
 Place place_of(KiloHertz frequency, std::int32_t width) {
     Place place;
@@ -91,7 +73,9 @@ Place place_of(KiloHertz frequency, std::int32_t width) {
                     if (table.get_channel_frequency(channel, row.opclass) == frequency &&
                         !table.is_secondary_segment(row.opclass)) {
                         opclasses.insert(row.opclass);
-                        add_segments(place, table, row.opclass, channel, width);
+                        for (const auto& segment : table.get_segments(channel, row.opclass)) {
+                            place.segments.emplace(segment.center_frequency, segment);
+                        }
                     }
                 }
             }
@@ -105,8 +89,8 @@ int run(const Options& options) {
     const KiloHertz frequency = frequency_of(options);
     const Place place = place_of(frequency, options.width);
     if (place.segments.empty()) {
-        std::cerr << "nuvctl: " << frequency.count() << " kHz: no operating class has a channel of "
-                  << options.width << " MHz there\n";
+        report(std::to_string(frequency.count()) + " kHz: no operating class has a channel of " +
+               std::to_string(options.width) + " MHz there");
         return 1;
     }
     std::ostringstream band;
@@ -128,8 +112,7 @@ int run(const Options& options) {
         }
         json.close_list();
     });
-    std::cout.flush();
-    return std::cout ? 0 : write_failed("-");
+    return 0;
 }
 
 }  // namespace
@@ -156,7 +139,7 @@ void add_channel(CLI::App& nuvctl, int& status) {
     command->footer(
         "A channel of 40 MHz in the 2.4 GHz band and one of 320 MHz may lie in two segments.\n\n"
         "Example: nuvctl channel --band 6 --number 37 --width 320");
-    command->callback([options, &status] { status = run(*options); });
+    set_action(*command, status, [options] { return run(*options); });
 }
 
 }  // namespace nuvctl

@@ -94,18 +94,13 @@ public:
             try {
                 read(name);
             } catch (const FileError& error) {
-                std::cout.flush();
-                std::cerr << "nuvctl: " << to_printable(name).text << ": " << error.what() << '\n';
+                report(name + ": " + error.what());
                 status = 1;
             }
         }
         summary_.print(std::cout);
-        std::cout.flush();
-        if (!std::cout) {
-            return write_failed("-");
-        }
         if (frames_ == 0 && status == 0) {
-            std::cerr << "nuvctl: none of the frames looked for in " << records_ << " records\n";
+            report("none of the frames looked for in " + std::to_string(records_) + " records");
         }
         return status;
     }
@@ -186,13 +181,7 @@ void add_decode(CLI::App& nuvctl, int& status) {
         "the\n"
         "air means. A frame that the library cannot read whole says why in \"error\".\n\n"
         "Example: nuvctl decode home.pcap | jq -r '[.station, .ssid, .security] | @tsv'");
-    command->callback([options, &status] {
-        try {
-            status = Decoder(*options).run();
-        } catch (const nuv::serialization::SerializationException&) {
-            status = write_failed("-");
-        }
-    });
+    set_action(*command, status, [options] { return Decoder(*options).run(); });
 }
 
 }  // namespace nuvctl

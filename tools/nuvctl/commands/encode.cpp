@@ -3,7 +3,6 @@
 
 #include <CLI/CLI.hpp>
 #include <cstdio>
-#include <iostream>
 #include <memory>
 #include <optional>
 #include <string>
@@ -30,7 +29,7 @@ struct Options {
 /// Where frames go to.
 class FrameWriter {
 public:
-    explicit FrameWriter(const Options& options) {
+    explicit FrameWriter(const Options& options) : name_(options.output) {
         File file = open_to_write(options.output);
         if (options.format == "pcap") {
             capture_.emplace(std::move(file), DLT_IEEE802_11);
@@ -39,17 +38,21 @@ public:
         }
     }
 
-    /// Writes a frame through to the file. Returns false, with the reason in errno, when that fails.
-    bool write(const EncodedFrame& frame) {
-        if (capture_) {
-            return capture_->write(frame.time, frame.octets);
+    /// Writes a frame through to the file. Throws OutputError.
+    void write(const EncodedFrame& frame) {
+        if (!(capture_ ? capture_->write(frame.time, frame.octets) : write_line(frame))) {
+            throw OutputError(name_);
         }
+    }
+
+private:
+    bool write_line(const EncodedFrame& frame) {
         const std::string line = to_hex(std::span(frame.octets).subspan(frame.body)) + '\n';
         return std::fwrite(line.data(), 1, line.size(), file_.get()) == line.size() &&
                std::fflush(file_.get()) == 0;
     }
 
-private:
+    const std::string& name_;
     std::optional<CaptureWriter> capture_;
     File file_;
 };
@@ -67,37 +70,30 @@ public:
             FrameWriter writer(options_);
             for (const std::string& file : options_.files) {
                 name = file;
-                if (!encode(file, writer)) {
-                    return write_failed(options_.output);
-                }
+                encode(file, writer);
             }
         } catch (const FileError& error) {
-            std::cerr << "nuvctl: " << to_printable(name).text << ": "
-                      << to_printable(error.what()).text << '\n';
+            report(name + ": " + error.what());
             return 1;
         }
         if (frames_ == 0) {
-            std::cerr << "nuvctl: no JSON to encode\n";
+            report("no JSON to encode");
         }
         return 0;
     }
 
 private:
-    /// Stops at the first thing that cannot be encoded, with a FileError. Returns false when the frames
-    /// cannot be written.
-    bool encode(const std::string& name, FrameWriter& writer) {
+    /// Stops at the first thing that cannot be encoded, with a FileError.
+    void encode(const std::string& name, FrameWriter& writer) {
         JsonReader reader(name);
         try {
             for (std::string text = reader.next(); !text.empty(); text = reader.next()) {
-                if (!writer.write(read_json(parse_json(text)))) {
-                    return false;
-                }
+                writer.write(read_json(parse_json(text)));
                 ++frames_;
             }
         } catch (const FieldError& error) {
             throw FileError("line " + std::to_string(reader.line()) + ": " + error.what());
         }
-        return true;
     }
 
     const Options& options_;
@@ -125,7 +121,7 @@ void add_encode(CLI::App& nuvctl, int& status) {
         "Stops at the first frame that cannot be made and says where.\n\n"
         "Example: nuvctl decode home.pcap | sed 's/\"mdid\":4660/\"mdid\":1/' |\n"
         "         nuvctl encode --format pcap --output edited.pcap");
-    command->callback([options, &status] { status = Encoder(*options).run(); });
+    set_action(*command, status, [options] { return Encoder(*options).run(); });
 }
 
 }  // namespace nuvctl

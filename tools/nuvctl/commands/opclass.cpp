@@ -10,7 +10,6 @@
 #include <vector>
 
 #include "commands/command.hpp"
-#include "file.hpp"
 #include "json/writer.hpp"
 
 namespace nuvctl {
@@ -105,15 +104,14 @@ int run(const Options& options) {
     for (const unsigned opclass : classes) {
         const auto row = std::ranges::find(rows, opclass, &OpclassDefinition::opclass);
         if (row == rows.end()) {
-            std::cerr << "nuvctl: " << opclass << ": the " << options.region
-                      << " table has no such operating class\n";
+            report(std::to_string(opclass) + ": the " + options.region +
+                   " table has no such operating class");
             status = 1;
             continue;
         }
         options.table ? print_row(*row) : write_row(*row);
     }
-    std::cout.flush();
-    return std::cout ? status : write_failed("-");
+    return status;
 }
 
 }  // namespace
@@ -131,7 +129,7 @@ void add_opclass(CLI::App& nuvctl, int& status) {
         "Behaviors: 0 secondary segment of 80+80 MHz, 2 primary channel below, 3 above the "
         "secondary one.\n\n"
         "Example: nuvctl opclass 128 | jq -c .center_channels");
-    command->callback([options, &status] { status = run(*options); });
+    set_action(*command, status, [options] { return run(*options); });
 }
 
 }  // namespace nuvctl

@@ -24,20 +24,22 @@ namespace {
 
 using nuv::serialization::YAJLNode;
 
-class Validator {
-public:
-    Validator() {
-        // The library says in its log what is wrong.
+/// The library's last warning: it says in its log what is wrong.
+std::string& last_warning() {
+    static std::string last;
+    static const bool connected = [] {
         const nuv::logging::CloggerProxy log({}, false, false);
         log.config_disable_stderr();
-        log.config_add_function(
-            [](void* self, const char* text) { static_cast<Validator*>(self)->text_ = text; }, this,
-            false, nuv::logging::string_to_logmask("WARN"), CLOGGER_FIELD_NONE);
-    }
-    ~Validator() = default;
-    Validator(const Validator&) = delete;
-    Validator& operator=(const Validator&) = delete;
+        log.config_add_function([](void* /*context*/, const char* text) { last = text; }, nullptr,
+                                false, nuv::logging::string_to_logmask("WARN"), CLOGGER_FIELD_NONE);
+        return true;
+    }();
+    static_cast<void>(connected);
+    return last;
+}
 
+class Validator {
+public:
     /// The exit status.
     int run(const std::vector<std::string>& files) {
         bool all_read = true;
@@ -45,21 +47,18 @@ public:
             try {
                 validate(name);
             } catch (const FileError& error) {
-                std::cout.flush();
-                std::cerr << "nuvctl: " << to_printable(name).text << ": "
-                          << to_printable(error.what()).text << '\n';
+                report(name + ": " + error.what());
                 all_read = false;
             }
         }
         if (all_read && documents_ == 0) {
-            std::cerr << "nuvctl: no JSON to validate\n";
+            report("no JSON to validate");
             return 1;
         }
         if (all_read && findings_ == 0) {
             write_object(std::cout, false, [](Json& json) { json.boolean("valid", true); });
         }
-        std::cout.flush();
-        return !std::cout ? write_failed("-") : all_read && findings_ == 0 ? 0 : 1;
+        return all_read && findings_ == 0 ? 0 : 1;
     }
 
 private:
@@ -125,12 +124,12 @@ private:
         // The library cuts what it reads to the width of the field.
         std::int64_t number = 0;
         if (node.get_integer("channel", number) && number != entry.get_channel()) {
-            report(about, "the channel in JSON is " + std::to_string(number));
+            add_finding(about, "the channel in JSON is " + std::to_string(number));
             return;
         }
         if (node.get_integer("frequency", number) && number != 0 &&
             number != entry.get_frequency().count()) {
-            report(about, "the frequency in JSON is " + std::to_string(number));
+            add_finding(about, "the frequency in JSON is " + std::to_string(number));
             return;
         }
         // JSON does not tell the capabilities, so their absence is no finding.
@@ -147,13 +146,13 @@ private:
 
     template <class T>
     void check(const T& value, const std::string& about) {
-        text_.clear();
+        last_warning().clear();
         if (!is_valid(value)) {
-            report(about, text_);
+            add_finding(about, last_warning());
         }
     }
 
-    void report(const std::string& about, const std::string& text) {
+    void add_finding(const std::string& about, const std::string& text) {
         ++findings_;
         write_object(std::cout, false, [&](Json& json) {
             json.boolean("valid", false);
@@ -171,7 +170,6 @@ private:
     };
 
     Where where_;
-    std::string text_;  // of the last record
     std::uint64_t documents_ = 0;
     std::uint64_t findings_ = 0;
 };
@@ -187,10 +185,7 @@ void add_validate(CLI::App& nuvctl, int& status) {
         "Capabilities of an entry are not in its JSON and not looked at. Exit status 1 if anything "
         "is wrong.\n\n"
         "Example: echo '{\"channel\":36,\"frequency\":5200000}' | nuvctl validate");
-    command->callback([files, &status] {
-        static Validator validator;  // the log knows it from here on
-        status = validator.run(*files);
-    });
+    set_action(*command, status, [files] { return Validator().run(*files); });
 }
 
 }  // namespace nuvctl

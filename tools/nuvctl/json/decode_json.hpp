@@ -18,8 +18,8 @@ struct Source {
     const MacFrame& mac;
 };
 
-/// Each writes a frame as one JSON object and a newline; indented if `pretty`. Throws
-/// nuv::serialization::SerializationException when the stream fails.
+/// Each writes a frame as one JSON object and a newline; indented if `pretty`. Throws OutputError
+/// when the stream fails.
 void write_json(std::ostream& os, const Source& source, const AssociationRequest& request,
                 bool pretty);
 void write_json(std::ostream& os, const Source& source, const ActionFrame& frame, bool pretty);

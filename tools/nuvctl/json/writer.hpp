@@ -6,12 +6,13 @@
 #include <ostream>
 #include <string_view>
 
-#include "nuv/serialization_exception.hpp"
+#include "file.hpp"
 #include "nuv/yajl_stream.hpp"
 
 namespace nuvctl {
 
-/// A YAJLStream whose failures are exceptions and whose members have their name in the call.
+/// A YAJLStream to standard output whose members have their name in the call. Every function throws
+/// OutputError when the stream fails.
 class Json {
 public:
     explicit Json(nuv::serialization::YAJLStream& stream) : stream_(stream) {}
@@ -47,7 +48,7 @@ private:
     bool key(std::string_view name) { return name.empty() || stream_.write_string(name); }
     static void check(bool written) {
         if (!written) {
-            throw nuv::serialization::SerializationException("cannot write to standard output");
+            throw OutputError("-");
         }
     }
 
