@@ -114,7 +114,7 @@ TEST_F(NuvctlCaptures, ReadsPcapngFromStandardInput) {
         "06000000 44000000 00000000 A2230500403E0C1F 23000000 23000000" +
         mac + body + "00 44000000");
     write("c.pcapng", to_string(octets));
-    EXPECT_TRUE(has(nuvctl("decode - < c.pcapng").out,
+    EXPECT_TRUE(has(nuvctl("decode < c.pcapng").out,
                     R"({"file":"-","frame":1,"time":"2015-11-03T12:34:56.123456Z")"));
 }
 
@@ -504,7 +504,7 @@ TEST_F(NuvctlCaptures, EncodesOctetsAsGivenForAnElementOfAnyKind) {
 
 TEST_F(NuvctlCaptures, UsageAndPipes) {
     for (const char* wrong :
-         {"", "decode", "decode --pretty --summary x", "nonsense", "decode -x y",
+         {"", "decode --pretty --summary x", "nonsense", "decode -x y",
           "decode --type probe_request x", "encode --format xml", "opclass x", "channel",
           "channel --band 5", "channel --frequency 5180000 --width 25"}) {
         const Outcome outcome = nuvctl(wrong);

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "commands/command.hpp"
+#include "text/text.hpp"
 
 namespace nuvctl {
 
@@ -12,6 +13,14 @@ namespace {
 
 constexpr auto commands = {add_decode,  add_encode,  add_address,
                            add_channel, add_opclass, add_validate};
+
+std::string problem(const CLI::App& app, const CLI::Error& error) {
+    const auto unexpected = app.remaining();
+    const bool unknown = app.get_subcommands().empty() && !unexpected.empty() &&
+                         !unexpected.front().starts_with('-');
+    return unknown ? "unknown subcommand '" + to_printable(unexpected.front()).text + "'"
+                   : error.what();
+}
 
 }  // namespace
 
@@ -26,8 +35,8 @@ std::unique_ptr<CLI::App> make_parser(int& status) {
         "for a\n"
         "failure, 2 for wrong usage. See nuvctl(1).\n\n"
         "Example: nuvctl decode --summary home.pcap");
-    app->failure_message([](const CLI::App*, const CLI::Error& error) {
-        return std::string("nuvctl: ") + error.what() + "\nRun with --help for more information.\n";
+    app->failure_message([](const CLI::App* parser, const CLI::Error& error) {
+        return "nuvctl: " + problem(*parser, error) + "\nRun with --help for more information.\n";
     });
     app->require_subcommand(1);
     for (auto* add : commands) {

@@ -24,7 +24,7 @@ namespace nuvctl {
 namespace {
 
 struct Options {
-    std::vector<std::string> files;
+    std::vector<std::string> files{"-"};
     bool pretty = false;
     bool summary = false;
     std::vector<std::string> types;  // none for all
@@ -175,7 +175,8 @@ void add_decode(CLI::App& nuvctl, int& status) {
         ->allow_extra_args(false)
         ->type_name("TYPE")
         ->check(CLI::IsMember(type_names()));
-    command->add_option("FILE", options->files, "pcap or pcapng, - is standard input")->required();
+    command->add_option("FILE", options->files, "pcap or pcapng, - is standard input")
+        ->capture_default_str();
     command->footer(
         "Reads the link types IEEE 802.11 (105), Prism (119) and radiotap (127). Numbers are what "
         "the\n"
