@@ -24,22 +24,18 @@ namespace {
 
 using nuv::serialization::YAJLNode;
 
-/// The library's last warning: it says in its log what is wrong.
-std::string& last_warning() {
-    static std::string last;
-    static const bool connected = [] {
-        const nuv::logging::CloggerProxy log({}, false, false);
-        log.config_disable_stderr();
-        log.config_add_function([](void* /*context*/, const char* text) { last = text; }, nullptr,
-                                false, nuv::logging::string_to_logmask("WARN"), CLOGGER_FIELD_NONE);
-        return true;
-    }();
-    static_cast<void>(connected);
-    return last;
-}
-
 class Validator {
 public:
+    Validator() {
+        // The library says in its log what is wrong.
+        log_.config_disable_stderr();
+        log_.config_add_function(&remember, this, false, nuv::logging::string_to_logmask("WARN"),
+                                 CLOGGER_FIELD_NONE);
+    }
+    ~Validator() { log_.config_rm_function(&remember, this); }
+    Validator(const Validator&) = delete;
+    Validator& operator=(const Validator&) = delete;
+
     /// The exit status.
     int run(const std::vector<std::string>& files) {
         bool all_read = true;
@@ -146,10 +142,14 @@ private:
 
     template <class T>
     void check(const T& value, const std::string& about) {
-        last_warning().clear();
+        warning_.clear();
         if (!is_valid(value)) {
-            add_finding(about, last_warning());
+            add_finding(about, warning_);
         }
+    }
+
+    static void remember(void* self, const char* text) noexcept {
+        static_cast<Validator*>(self)->warning_ = text;
     }
 
     void add_finding(const std::string& about, const std::string& text) {
@@ -169,6 +169,8 @@ private:
         std::uint64_t line = 0;
     };
 
+    const nuv::logging::CloggerProxy log_{{}, false, false};
+    std::string warning_;  // the last one
     Where where_;
     std::uint64_t documents_ = 0;
     std::uint64_t findings_ = 0;
