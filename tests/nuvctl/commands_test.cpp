@@ -79,8 +79,8 @@ TEST(Commands, ExplainWrongUsage) {
         std::regex_match(outcome("decode --help"), std::regex("0\t.*Example: nuvctl decode .*")));
 }
 
-/// What may stand on the command line: behind "nuvctl" the subcommands and options, behind each
-/// subcommand its options, behind each option its values.
+/// The words of the command line: for "nuvctl" the subcommands and options, for each subcommand its
+/// options, for each option its values.
 using Words = std::map<std::string, std::set<std::string>>;
 
 void add_words(const CLI::App& app, const std::string& name, Words& words) {

@@ -20,12 +20,12 @@ void add_channel(CLI::App& nuvctl, int& status);
 void add_opclass(CLI::App& nuvctl, int& status);
 void add_validate(CLI::App& nuvctl, int& status);
 
-/// Makes `run` what a subcommand does. It returns the exit status and may throw OutputError. What it
-/// wrote to standard output is flushed. Output that cannot be written is reported, unless its reader
-/// closed the pipe, and makes the exit status 1.
+/// Sets the function that the subcommand runs. `run` returns the exit status and may throw
+/// OutputError. Afterwards standard output is flushed. A failed write makes the exit status 1 and is
+/// reported, unless the reader has closed the pipe.
 void set_action(CLI::App& command, int& status, std::function<int()> run);
 
-/// Prints a line on standard error, behind what was written to standard output so far.
+/// Flushes standard output, then prints a line on standard error.
 void report(const std::string& message);
 
 }  // namespace nuvctl
