@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
@@ -28,10 +29,8 @@ std::string outcome(const std::string& call) {
     if (input != std::string::npos) {
         std::ofstream(arguments.emplace_back("input.json")) << call.substr(input + 3);
     }
-    std::vector<const char*> argv;
-    for (const std::string& argument : arguments) {
-        argv.push_back(argument.c_str());
-    }
+    std::vector<const char*> argv(arguments.size());
+    std::ranges::transform(arguments, argv.begin(), [](const auto& text) { return text.c_str(); });
     std::ostringstream written;
     auto* const out = std::cout.rdbuf(written.rdbuf());
     auto* const err = std::cerr.rdbuf(written.rdbuf());
@@ -104,9 +103,9 @@ void add_words(const CLI::App& app, const std::string& name, Words& words) {
 }
 
 Words words_of_parser() {
-    int status = 0;
+    Action action;
     Words words;
-    add_words(*make_parser(status), "nuvctl", words);
+    add_words(*make_parser(action), "nuvctl", words);
     return words;
 }
 

@@ -2,6 +2,7 @@
 // Records, frames, their JSON and the table of stations.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <map>
 #include <sstream>
 

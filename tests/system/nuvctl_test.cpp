@@ -139,7 +139,8 @@ TEST_F(Nuvctl, ReportsOutputThatCannotBeWrittenUnlessItsReaderHasGone) {
         EXPECT_EQ(full.err, "nuvctl: cannot write to standard output\n") << command;
         // By the signal, and where that is ignored.
         for (const auto& [trap, status] : {std::pair{"", 128 + SIGPIPE}, {"trap '' PIPE; ", 1}}) {
-            const Outcome gone = run(trap + ("exec 3> >(:); wait $!; " + command) + " >&3");
+            const Outcome gone = run(
+                std::string(trap).append("exec 3> >(:); wait $!; ").append(command).append(" >&3"));
             EXPECT_EQ(gone.status, status) << command;
             EXPECT_EQ(gone.err, "") << command;
         }

@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <cerrno>
 #include <iostream>
@@ -10,7 +9,8 @@
 #include <system_error>
 #include <vector>
 
-#include "commands/command.hpp"
+#include "commands/commands.hpp"
+#include "commands/report.hpp"
 #include "json/writer.hpp"
 #include "nuv/ipv4_address.hpp"
 #include "nuv/ipv6_address.hpp"
@@ -27,12 +27,6 @@ using nuv::IPv4Address;
 using nuv::IPv6Address;
 using nuv::MACAddress;
 using nuv::PrefixedIPAddress;
-
-struct Options {
-    std::vector<std::string> texts;  // none for the lines of standard input
-    std::string contains;
-    bool pretty = false;
-};
 
 /// What an address may be, under the name it has in the output.
 template <class Address>
@@ -108,7 +102,7 @@ bool has_form_of_mac(std::string_view text) {
 
 class AddressPrinter {
 public:
-    explicit AddressPrinter(const Options& options)
+    explicit AddressPrinter(const AddressOptions& options)
         : pretty_(options.pretty),
           contained_(options.contains.empty()
                          ? nullptr
@@ -155,8 +149,9 @@ private:
     int status_ = 0;
 };
 
-/// The exit status.
-int run(const Options& options) {
+}  // namespace
+
+int run_address(const AddressOptions& options) {
     AddressPrinter printer(options);
     for (const std::string& text : options.texts) {
         printer.print(text);
@@ -165,37 +160,6 @@ int run(const Options& options) {
         printer.print_lines_of_standard_input();
     }
     return printer.status();
-}
-
-/// For an option's value: what is wrong with it as an IP address.
-std::string problem_of_ip_address(const std::string& text) {
-    try {
-        static_cast<void>(IPAddress::guess_version_and_parse(text));
-        return {};
-    } catch (const std::invalid_argument& error) {
-        return error.what();
-    }
-}
-
-}  // namespace
-
-void add_address(CLI::App& nuvctl, int& status) {
-    auto* command = nuvctl.add_subcommand(
-        "address", "Say what MAC addresses, IP addresses and prefixes are: one JSON object a line");
-    auto options = std::make_shared<Options>();
-    command->add_flag("--pretty", options->pretty, "Indent the JSON");
-    command
-        ->add_option("--contains", options->contains,
-                     "Say of each prefix whether this IP address is in it")
-        ->type_name("ADDRESS")
-        ->check(CLI::Validator(problem_of_ip_address, ""));
-    command->add_option("TEXT", options->texts,
-                        "What to look at; without one, the lines of standard input");
-    command->footer(
-        "A text that is no address has an \"error\" that says why, and the exit status is 1.\n\n"
-        "Example: nuvctl address 02:00:00:00:00:01 fe80::1 192.168.1.77/24 --contains "
-        "192.168.1.1");
-    set_action(*command, status, [options] { return run(*options); });
 }
 
 }  // namespace nuvctl

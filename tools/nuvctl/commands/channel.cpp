@@ -1,13 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <CLI/CLI.hpp>
 #include <iostream>
 #include <map>
-#include <memory>
 #include <set>
 #include <sstream>
 #include <string>
 
-#include "commands/command.hpp"
+#include "commands/commands.hpp"
+#include "commands/report.hpp"
 #include "json/writer.hpp"
 #include "nuv/frequency_conversion.hpp"
 #include "nuv/operating_class_deduction.hpp"
@@ -23,15 +22,8 @@ using nuv::OperatingClassDeduction::OpclassDefinition;
 using nuv::OperatingClassDeduction::OpclassLookup;
 using nuv::OperatingClassDeduction::Region;
 
-struct Options {
-    std::int32_t frequency = 0;  // kHz
-    std::string band;
-    std::uint32_t number = 0;
-    std::int32_t width = 20;  // MHz
-};
-
 /// Where an operating class has the channel, or else where the raster of the band would.
-KiloHertz frequency_of(const Options& options) {
+KiloHertz frequency_of(const ChannelOptions& options) {
     if (options.band.empty()) {
         return KiloHertz{options.frequency};
     }
@@ -84,8 +76,9 @@ Place place_of(KiloHertz frequency, std::int32_t width) {
     return place;
 }
 
-/// The exit status.
-int run(const Options& options) {
+}  // namespace
+
+int run_channel(const ChannelOptions& options) {
     const KiloHertz frequency = frequency_of(options);
     const Place place = place_of(frequency, options.width);
     if (place.segments.empty()) {
@@ -113,33 +106,6 @@ int run(const Options& options) {
         json.close_list();
     });
     return 0;
-}
-
-}  // namespace
-
-void add_channel(CLI::App& nuvctl, int& status) {
-    auto* command = nuvctl.add_subcommand(
-        "channel", "Tell number, frequency, operating classes and segments of a channel, as JSON");
-    auto options = std::make_shared<Options>();
-    auto* which = command->add_option_group("channel");
-    which
-        ->add_option("--frequency", options->frequency,
-                     "Centre of the primary 20 MHz channel, in kHz")
-        ->check(CLI::Range(1, 100'000'000));
-    auto* band = which->add_option("--band", options->band, "GHz of the channel's band")
-                     ->check(CLI::IsMember({"2.4", "5", "6"}));
-    which->require_option(1);
-    auto* number = command->add_option("--number", options->number, "The channel's number there")
-                       ->check(CLI::Range(1, 255));
-    band->needs(number);
-    number->needs(band);
-    command->add_option("--width", options->width, "MHz that it is the primary channel of")
-        ->check(CLI::IsMember({20, 40, 80, 160, 320}))
-        ->capture_default_str();
-    command->footer(
-        "A channel of 40 MHz in the 2.4 GHz band and one of 320 MHz may lie in two segments.\n\n"
-        "Example: nuvctl channel --band 6 --number 37 --width 320");
-    set_action(*command, status, [options] { return run(*options); });
 }
 
 }  // namespace nuvctl

@@ -1,15 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <unistd.h>
 
-#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <iostream>
-#include <memory>
 #include <string>
 #include <vector>
 
-#include "commands/command.hpp"
+#include "commands/commands.hpp"
 #include "commands/decode_summary.hpp"
+#include "commands/report.hpp"
 #include "file.hpp"
 #include "frames/action_frame.hpp"
 #include "frames/association_request.hpp"
@@ -22,22 +21,6 @@
 namespace nuvctl {
 
 namespace {
-
-struct Options {
-    std::vector<std::string> files{"-"};
-    bool pretty = false;
-    bool summary = false;
-    std::vector<std::string> types;  // none for all
-};
-
-std::vector<std::string> type_names() {
-    std::vector<std::string> names{std::string(AssociationRequest::association),
-                                   std::string(AssociationRequest::reassociation)};
-    for (const ActionType& type : action_types()) {
-        names.emplace_back(type.name);
-    }
-    return names;
-}
 
 /// How far a large file is read, for somebody who watches.
 class Progress {
@@ -80,7 +63,7 @@ private:
 
 class Decoder {
 public:
-    explicit Decoder(const Options& options)
+    explicit Decoder(const DecodeOptions& options)
         : options_(options), at_once_(isatty(STDOUT_FILENO) == 1) {}
 
     /// The exit status.
@@ -150,7 +133,7 @@ private:
         return options_.types.empty() || std::ranges::count(options_.types, type) != 0;
     }
 
-    const Options& options_;
+    const DecodeOptions& options_;
     bool at_once_;
     Summary summary_;
     std::uint64_t records_ = 0;
@@ -159,30 +142,6 @@ private:
 
 }  // namespace
 
-void add_decode(CLI::App& nuvctl, int& status) {
-    auto* command = nuvctl.add_subcommand(
-        "decode",
-        "Decode (re)association requests, measurement and neighbor reports and BSS transition\n"
-        "management frames of capture files: one JSON object a line");
-    auto options = std::make_shared<Options>();
-    auto* pretty = command->add_flag("--pretty", options->pretty, "Indent the JSON");
-    command->add_flag("--summary", options->summary, "Print a table instead, one line a station")
-        ->excludes(pretty);
-    command
-        ->add_option("--type", options->types,
-                     "Only frames of this type; may be given again, or several with commas")
-        ->delimiter(',')
-        ->allow_extra_args(false)
-        ->type_name("TYPE")
-        ->check(CLI::IsMember(type_names()));
-    command->add_option("FILE", options->files, "pcap or pcapng, - is standard input")
-        ->capture_default_str();
-    command->footer(
-        "Reads the link types IEEE 802.11 (105), Prism (119) and radiotap (127). Numbers are what "
-        "the\n"
-        "air means. A frame that the library cannot read whole says why in \"error\".\n\n"
-        "Example: nuvctl decode home.pcap | jq -r '[.station, .ssid, .security] | @tsv'");
-    set_action(*command, status, [options] { return Decoder(*options).run(); });
-}
+int run_decode(const DecodeOptions& options) { return Decoder(options).run(); }
 
 }  // namespace nuvctl

@@ -1,14 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <pcap/dlt.h>
 
-#include <CLI/CLI.hpp>
 #include <cstdio>
-#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
-#include "commands/command.hpp"
+#include "commands/commands.hpp"
+#include "commands/report.hpp"
 #include "frames/capture_file.hpp"
 #include "json/encode_json.hpp"
 #include "json/fields.hpp"
@@ -20,16 +19,10 @@ namespace nuvctl {
 
 namespace {
 
-struct Options {
-    std::vector<std::string> files{"-"};
-    std::string format = "hex";
-    std::string output = "-";
-};
-
 /// Where frames go to.
 class FrameWriter {
 public:
-    explicit FrameWriter(const Options& options) : name_(options.output) {
+    explicit FrameWriter(const EncodeOptions& options) : name_(options.output) {
         File file = open_to_write(options.output);
         if (options.format == "pcap") {
             capture_.emplace(std::move(file), DLT_IEEE802_11);
@@ -59,7 +52,7 @@ private:
 
 class Encoder {
 public:
-    explicit Encoder(const Options& options) : options_(options) {}
+    explicit Encoder(const EncodeOptions& options) : options_(options) {}
 
     /// The exit status.
     int run() {
@@ -96,32 +89,12 @@ private:
         }
     }
 
-    const Options& options_;
+    const EncodeOptions& options_;
     std::uint64_t frames_ = 0;
 };
 
 }  // namespace
 
-void add_encode(CLI::App& nuvctl, int& status) {
-    auto* command = nuvctl.add_subcommand("encode", "Turn the JSON of decode back into frames");
-    auto options = std::make_shared<Options>();
-    command->add_option("--format", options->format, "hex: a line a frame body; pcap: a capture")
-        ->check(CLI::IsMember({"hex", "pcap"}))
-        ->capture_default_str();
-    command->add_option("--output", options->output, "Write to this file, - is standard output")
-        ->capture_default_str();
-    command->add_option("FILE", options->files, "JSON, - is standard input")->capture_default_str();
-    command->footer(
-        "Reads type, time, station, bssid, the fields of the type's own and of each element id, "
-        "extension\n"
-        "and fields; an element of any kind may have a body_hex as its only field. What decode "
-        "derives from\n"
-        "them (ssid, security, rsn, name, offset, length and the rest) may stand there and is not "
-        "read.\n"
-        "Stops at the first frame that cannot be made and says where.\n\n"
-        "Example: nuvctl decode home.pcap | sed 's/\"mdid\":4660/\"mdid\":1/' |\n"
-        "         nuvctl encode --format pcap --output edited.pcap");
-    set_action(*command, status, [options] { return Encoder(*options).run(); });
-}
+int run_encode(const EncodeOptions& options) { return Encoder(options).run(); }
 
 }  // namespace nuvctl

@@ -1,15 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "nuv/operating_class_deduction.hpp"
 
-#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <iomanip>
 #include <iostream>
-#include <memory>
 #include <string>
 #include <vector>
 
-#include "commands/command.hpp"
+#include "commands/commands.hpp"
+#include "commands/report.hpp"
 #include "json/writer.hpp"
 
 namespace nuvctl {
@@ -19,12 +18,6 @@ namespace {
 namespace deduction = nuv::OperatingClassDeduction;
 using deduction::Behavior;
 using deduction::OpclassDefinition;
-
-struct Options {
-    std::string region = "global";
-    std::vector<unsigned> classes;  // none for all
-    bool table = false;
-};
 
 void write_row(const OpclassDefinition& row) {
     write_object(std::cout, false, [&](Json& json) {
@@ -82,8 +75,9 @@ void print_row(const OpclassDefinition& row) {
                name_of(row.behaviors), runs(row.channels), runs(row.center_channels));
 }
 
-/// The exit status.
-int run(const Options& options) {
+}  // namespace
+
+int run_opclass(const OpclassOptions& options) {
     std::vector<OpclassDefinition> rows;
     const auto& table = deduction::get_channel_opclasses(
         options.region == "europe" ? deduction::Region::EUROPE : deduction::Region::GLOBAL);
@@ -112,24 +106,6 @@ int run(const Options& options) {
         options.table ? print_row(*row) : write_row(*row);
     }
     return status;
-}
-
-}  // namespace
-
-void add_opclass(CLI::App& nuvctl, int& status) {
-    auto* command =
-        nuvctl.add_subcommand("opclass", "Print operating classes: one JSON object a line");
-    auto options = std::make_shared<Options>();
-    command->add_option("--region", options->region, "Whose table")
-        ->check(CLI::IsMember({"global", "europe"}))
-        ->capture_default_str();
-    command->add_flag("--table", options->table, "Print a table instead");
-    command->add_option("CLASS", options->classes, "Only these classes");
-    command->footer(
-        "Behaviors: 0 secondary segment of 80+80 MHz, 2 primary channel below, 3 above the "
-        "secondary one.\n\n"
-        "Example: nuvctl opclass 128 | jq -c .center_channels");
-    set_action(*command, status, [options] { return run(*options); });
 }
 
 }  // namespace nuvctl

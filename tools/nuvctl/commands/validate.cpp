@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <CLI/CLI.hpp>
 #include <iostream>
-#include <memory>
 #include <string>
 #include <vector>
 
-#include "commands/command.hpp"
+#include "commands/commands.hpp"
+#include "commands/report.hpp"
 #include "json/fields.hpp"
 #include "json/reader.hpp"
 #include "json/writer.hpp"
@@ -178,16 +177,6 @@ private:
 
 }  // namespace
 
-void add_validate(CLI::App& nuvctl, int& status) {
-    auto* command = nuvctl.add_subcommand(
-        "validate", "Check channel lists, entries and infos in JSON: one JSON object a finding");
-    auto files = std::make_shared<std::vector<std::string>>(1, "-");
-    command->add_option("FILE", *files, "JSON, - is standard input")->capture_default_str();
-    command->footer(
-        "Capabilities of an entry are not in its JSON and not looked at. Exit status 1 if anything "
-        "is wrong.\n\n"
-        "Example: echo '{\"channel\":36,\"frequency\":5200000}' | nuvctl validate");
-    set_action(*command, status, [files] { return Validator().run(*files); });
-}
+int run_validate(const ValidateOptions& options) { return Validator().run(options.files); }
 
 }  // namespace nuvctl
