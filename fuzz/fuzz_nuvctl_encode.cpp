@@ -5,10 +5,10 @@
 
 #include "fuzz/invariant.hpp"
 #include "nuv/serialization_exception.hpp"
-#include "tools/nuvctl/action_frame.hpp"
-#include "tools/nuvctl/association_request.hpp"
-#include "tools/nuvctl/encode_json.hpp"
-#include "tools/nuvctl/json_fields.hpp"
+#include "tools/nuvctl/frames/action_frame.hpp"
+#include "tools/nuvctl/frames/association_request.hpp"
+#include "tools/nuvctl/json/encode_json.hpp"
+#include "tools/nuvctl/json/fields.hpp"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using nuv::fuzz::require;

@@ -66,6 +66,13 @@ struct OpclassDefinition {
     Behaviors behaviors;
 };
 
+/// A segment of a class.
+struct Segment {
+    std::uint8_t center = 0;  ///< number of its center
+    KiloHertz center_frequency;
+    ChannelSet channels;  ///< its 20 MHz channels, ascending; the center alone in narrower classes
+};
+
 /// The operating classes of one region. Where a function takes a class, it throws
 /// std::invalid_argument if the table has none of that number.
 class NUV_EXPORT OpclassLookup {
@@ -84,10 +91,13 @@ public:
     /// for every other frequency.
     std::uint8_t get_channel_from_frequency(KiloHertz frequency, std::uint8_t opclass) const;
 
-    /// Centres of the segments that hold the channel; of the 320 MHz segments, which overlap, there
+    /// The segments that hold the channel, by center; of the 320 MHz segments, which overlap, there
     /// may be two. One of `center_channels` belongs to its own segment; a class without them has
     /// segments for its primary channels alone. Throws std::invalid_argument if there is none, and
     /// for a 40 MHz class that has neither centres nor a behavior.
+    SmallVector<Segment, 2> get_segments(std::uint8_t channel, std::uint8_t opclass) const;
+
+    /// Centres of these segments. Throws as above.
     SmallVector<KiloHertz, 2> get_segment_center_frequencies(std::uint8_t channel,
                                                              std::uint8_t opclass) const;
 
@@ -179,6 +189,7 @@ private:
 // clang-format off
 inline constexpr RegionalOperation get_channel_frequency = &OpclassLookup::get_channel_frequency;
 inline constexpr RegionalOperation get_channel_from_frequency = &OpclassLookup::get_channel_from_frequency;
+inline constexpr RegionalOperation get_segments = &OpclassLookup::get_segments;
 inline constexpr RegionalOperation get_segment_center_frequencies = &OpclassLookup::get_segment_center_frequencies;
 inline constexpr RegionalOperation get_opclass_center_frequencies = &OpclassLookup::get_opclass_center_frequencies;
 inline constexpr RegionalOperation get_opclass_definition_channel_frequencies = &OpclassLookup::get_opclass_definition_channel_frequencies;

@@ -43,9 +43,9 @@ constexpr std::pair<Behavior, ChannelCapabilityBit> PRIMARY_BEHAVIORS[] = {
     {Behavior::PRIMARY_UPPER, ChannelCapabilityBit::PRIMARY_UPPER_BEHAVIOR},
 };
 
-[[noreturn]] void throw_no_single_segment(const OpclassDefinition& row, std::uint8_t channel) {
+[[noreturn]] void throw_no_single_segment(std::uint8_t opclass, std::uint8_t channel) {
     throw std::invalid_argument(std::string("No single segment for provided opclass ") +
-                                std::to_string(row.opclass) + " and channel " +
+                                std::to_string(opclass) + " and channel " +
                                 std::to_string(channel) + " is not valid!");
 }
 
@@ -239,15 +239,25 @@ std::uint8_t OpclassLookup::get_channel_from_frequency(KiloHertz frequency,
     return *channel;
 }
 
+SmallVector<Segment, 2> OpclassLookup::get_segments(std::uint8_t channel,
+                                                    std::uint8_t opclass) const {
+    const OpclassDefinition& row = definition(opclass);
+    SmallVector<Segment, 2> segments;
+    for (const std::uint8_t center : centers_around(row, channel)) {
+        segments.push_back(
+            {center, frequency_of(row, center), segment_channels(row.channel_spacing, center)});
+    }
+    if (segments.empty()) {
+        throw_no_single_segment(opclass, channel);
+    }
+    return segments;
+}
+
 SmallVector<KiloHertz, 2> OpclassLookup::get_segment_center_frequencies(
     std::uint8_t channel, std::uint8_t opclass) const {
-    const OpclassDefinition& row = definition(opclass);
     SmallVector<KiloHertz, 2> frequencies;
-    for (const std::uint8_t center : centers_around(row, channel)) {
-        frequencies.push_back(frequency_of(row, center));
-    }
-    if (frequencies.empty()) {
-        throw_no_single_segment(row, channel);
+    for (const Segment& segment : get_segments(channel, opclass)) {
+        frequencies.push_back(segment.center_frequency);
     }
     return frequencies;
 }
@@ -274,12 +284,11 @@ ChannelSet OpclassLookup::get_all_opclass_channels(std::uint8_t opclass) const {
 
 ChannelSet OpclassLookup::get_segment_opclass_channels(std::uint8_t channel,
                                                        std::uint8_t opclass) const {
-    const OpclassDefinition& row = definition(opclass);
-    const ChannelSet centers = centers_around(row, channel);
-    if (centers.size() != 1) {
-        throw_no_single_segment(row, channel);
+    const auto segments = get_segments(channel, opclass);
+    if (segments.size() != 1) {
+        throw_no_single_segment(opclass, channel);
     }
-    return segment_channels(row.channel_spacing, *centers.begin());
+    return segments[0].channels;
 }
 
 OpclassSet OpclassLookup::get_all_region_opclasses() const {

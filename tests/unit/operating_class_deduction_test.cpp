@@ -58,9 +58,16 @@ ChannelEntry entry(std::uint8_t channel, int frequency, unsigned capabilities) {
     return {channel, KiloHertz{frequency}, capabilities, {}, {}, {}, {}, {}};
 }
 
-/// One number, or several with blanks between.
+/// One number, or several with blanks between; a segment as its members with a bar between.
 std::string text(const auto& value) {
-    if constexpr (std::ranges::range<decltype(value)>) {
+    if constexpr (requires { value[0].center_frequency; }) {
+        std::string segments;
+        for (const Segment& segment : value) {
+            segments += (segments.empty() ? "" : " / ") + text(segment.center) + '|' +
+                        text(segment.center_frequency) + '|' + text(segment.channels);
+        }
+        return segments;
+    } else if constexpr (std::ranges::range<decltype(value)>) {
         std::ostringstream os;
         const char* separator = "";
         for (const int number : numbers(value)) {
@@ -109,6 +116,7 @@ std::string answer(std::istream& is) {
     return word == "channel_frequency" ? text(get_channel_frequency(channel, opclass, region))
            : word == "channel_from_frequency"
                ? text(get_channel_from_frequency(KiloHertz{arguments[0]}, opclass, region))
+           : word == "segments" ? text(get_segments(channel, opclass, region))
            : word == "segment_centers"
                ? text(get_segment_center_frequencies(channel, opclass, region))
            : word == "segment_channels"
@@ -208,6 +216,7 @@ TEST(OperatingClassDeduction, EveryFunctionRefusesRegionsWithoutTableBeforeAnyth
     const std::function<void(Region)> functions[] = {
         [](Region r) { get_channel_frequency(1, 0, r); },
         [](Region r) { get_channel_from_frequency({}, 0, r); },
+        [](Region r) { get_segments(1, 0, r); },
         [](Region r) { get_segment_center_frequencies(1, 0, r); },
         [](Region r) { get_opclass_center_frequencies(0, r); },
         [](Region r) { get_opclass_definition_channel_frequencies(0, r); },

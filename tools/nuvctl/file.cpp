@@ -4,14 +4,15 @@
 #include <sys/stat.h>
 
 #include <cerrno>
-#include <iostream>
 #include <system_error>
-
-#include "text.hpp"
 
 namespace nuvctl {
 
 void throw_errno(int error) { throw FileError(std::generic_category().message(error)); }
+
+OutputError::OutputError(const std::string& name, int error)
+    : std::runtime_error("cannot write to " + (name == "-" ? "standard output" : name)),
+      error_(error) {}
 
 void CloseFile::operator()(std::FILE* file) const noexcept {
     if (file != stdin && file != stdout) {
@@ -37,15 +38,6 @@ File open_to_write(const std::string& name) {
         throw_errno(errno);
     }
     return file;
-}
-
-int write_failed(const std::string& name) {
-    // Whoever closed the pipe knows that it did.
-    if (errno != EPIPE) {
-        std::cerr << "nuvctl: cannot write to "
-                  << (name == "-" ? "standard output" : to_printable(name).text) << '\n';
-    }
-    return 1;
 }
 
 }  // namespace nuvctl

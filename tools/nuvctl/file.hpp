@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <cerrno>
 #include <cstdio>
 #include <memory>
 #include <stdexcept>
@@ -17,6 +18,19 @@ public:
 /// Says what an errno value means. Throws FileError.
 [[noreturn]] void throw_errno(int error);
 
+/// A file that could not be written, with its name in words for people.
+class OutputError : public std::runtime_error {
+public:
+    /// "-" is standard output; `error` is an errno value.
+    explicit OutputError(const std::string& name, int error = errno);
+
+    /// Whether the output is a pipe that its reader closed.
+    bool is_broken_pipe() const { return error_ == EPIPE; }
+
+private:
+    int error_;
+};
+
 struct CloseFile {
     void operator()(std::FILE* file) const noexcept;
 };
@@ -26,9 +40,5 @@ using File = std::unique_ptr<std::FILE, CloseFile>;
 /// Each opens the file `name`; "-" is standard input or output. Throws FileError, also for a folder.
 File open_to_read(const std::string& name);
 File open_to_write(const std::string& name);
-
-/// Says on standard error that the file `name` could not be written, for the reason in errno. Returns
-/// the exit status.
-int write_failed(const std::string& name);
 
 }  // namespace nuvctl

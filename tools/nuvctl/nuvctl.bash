@@ -16,12 +16,12 @@ _nuvctl() {
                btm_query btm_request btm_response'
     elif [[ $word == -* ]]; then
         case ${COMP_WORDS[1]} in
-            decode) words='--pretty --summary --type --help' ;;
-            encode) words='--format --output --help' ;;
-            address) words='--contains --pretty --help' ;;
-            channel) words='--frequency --band --number --width --help' ;;
-            opclass) words='--region --table --help' ;;
-            validate) words='--help' ;;
+            decode) words='--pretty --summary --type --help --help-all' ;;
+            encode) words='--format --output --help --help-all' ;;
+            address) words='--contains --pretty --help --help-all' ;;
+            channel) words='--frequency --band --number --width --help --help-all' ;;
+            opclass) words='--region --table --help --help-all' ;;
+            validate) words='--help --help-all' ;;
         esac
     elif [[ ${COMP_WORDS[1]} == @(address|channel|opclass) ]]; then
         return

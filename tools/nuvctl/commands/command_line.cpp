@@ -1,0 +1,225 @@
+// SPDX-License-Identifier: Apache-2.0
+// The only file that includes CLI11, which takes longer to compile than the rest of the tool.
+#include "commands/command_line.hpp"
+
+#include <CLI/CLI.hpp>
+#include <iostream>
+#include <stdexcept>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "commands/commands.hpp"
+#include "commands/report.hpp"
+#include "file.hpp"
+#include "frames/action_frame.hpp"
+#include "frames/association_request.hpp"
+#include "nuv/ip_address.hpp"
+#include "text/text.hpp"
+
+namespace nuvctl {
+
+namespace {
+
+/// Adds a subcommand that calls `run` with the options that the parser reads.
+template <class Options>
+std::pair<CLI::App&, Options&> add(CLI::App& parser, Action& action, const char* name,
+                                   const char* description, int (*run)(const Options&)) {
+    CLI::App& command = *parser.add_subcommand(name, description);
+    const auto options = std::make_shared<Options>();
+    command.callback([=, &action] { action = [=] { return run(*options); }; });
+    return {command, *options};
+}
+
+std::vector<std::string> frame_types() {
+    std::vector<std::string> names{std::string(AssociationRequest::association),
+                                   std::string(AssociationRequest::reassociation)};
+    for (const ActionType& type : action_types()) {
+        names.emplace_back(type.name);
+    }
+    return names;
+}
+
+/// What is wrong with an option's value as an IP address.
+std::string problem_of_ip_address(const std::string& text) {
+    try {
+        static_cast<void>(nuv::IPAddress::guess_version_and_parse(text));
+        return {};
+    } catch (const std::invalid_argument& error) {
+        return error.what();
+    }
+}
+
+void add_decode(CLI::App& parser, Action& action) {
+    const auto [command, options] =
+        add(parser, action, "decode",
+            "Decode (re)association requests, measurement and neighbor reports and BSS transition\n"
+            "management frames of capture files: one JSON object a line",
+            run_decode);
+    auto* pretty = command.add_flag("--pretty", options.pretty, "Indent the JSON");
+    command.add_flag("--summary", options.summary, "Print a table instead, one line a station")
+        ->excludes(pretty);
+    command
+        .add_option("--type", options.types,
+                    "Only frames of this type; may be given again, or several with commas")
+        ->delimiter(',')
+        ->allow_extra_args(false)
+        ->type_name("TYPE")
+        ->check(CLI::IsMember(frame_types()));
+    command.add_option("FILE", options.files, "pcap or pcapng, - is standard input")
+        ->capture_default_str();
+    command.footer(
+        "Reads the link types IEEE 802.11 (105), Prism (119) and radiotap (127). Numbers are what "
+        "the\n"
+        "air means. A frame that the library cannot read whole says why in \"error\".\n\n"
+        "Example: nuvctl decode home.pcap | jq -r '[.station, .ssid, .security] | @tsv'");
+}
+
+void add_encode(CLI::App& parser, Action& action) {
+    const auto [command, options] =
+        add(parser, action, "encode", "Turn the JSON of decode back into frames", run_encode);
+    command.add_option("--format", options.format, "hex: a line a frame body; pcap: a capture")
+        ->check(CLI::IsMember({"hex", "pcap"}))
+        ->capture_default_str();
+    command.add_option("--output", options.output, "Write to this file, - is standard output")
+        ->capture_default_str();
+    command.add_option("FILE", options.files, "JSON, - is standard input")->capture_default_str();
+    command.footer(
+        "Reads type, time, station, bssid, the fields of the type's own and of each element id, "
+        "extension\n"
+        "and fields; an element of any kind may have a body_hex as its only field. What decode "
+        "derives from\n"
+        "them (ssid, security, rsn, name, offset, length and the rest) may stand there and is not "
+        "read.\n"
+        "Stops at the first frame that cannot be made and says where.\n\n"
+        "Example: nuvctl decode home.pcap | sed 's/\"mdid\":4660/\"mdid\":1/' |\n"
+        "         nuvctl encode --format pcap --output edited.pcap");
+}
+
+void add_address(CLI::App& parser, Action& action) {
+    const auto [command, options] =
+        add(parser, action, "address",
+            "Say what MAC addresses, IP addresses and prefixes are: one JSON object a line",
+            run_address);
+    command.add_flag("--pretty", options.pretty, "Indent the JSON");
+    command
+        .add_option("--contains", options.contains,
+                    "Say of each prefix whether this IP address is in it")
+        ->type_name("ADDRESS")
+        ->check(CLI::Validator(problem_of_ip_address, ""));
+    command.add_option("TEXT", options.texts,
+                       "What to look at; without one, the lines of standard input");
+    command.footer(
+        "A text that is no address has an \"error\" that says why, and the exit status is 1.\n\n"
+        "Example: nuvctl address 02:00:00:00:00:01 fe80::1 192.168.1.77/24 --contains "
+        "192.168.1.1");
+}
+
+void add_channel(CLI::App& parser, Action& action) {
+    const auto [command, options] =
+        add(parser, action, "channel",
+            "Tell number, frequency, operating classes and segments of a channel, as JSON",
+            run_channel);
+    auto* which = command.add_option_group("channel");
+    which
+        ->add_option("--frequency", options.frequency,
+                     "Centre of the primary 20 MHz channel, in kHz")
+        ->check(CLI::Range(1, 100'000'000));
+    auto* band = which->add_option("--band", options.band, "GHz of the channel's band")
+                     ->check(CLI::IsMember({"2.4", "5", "6"}));
+    which->require_option(1);
+    auto* number = command.add_option("--number", options.number, "The channel's number there")
+                       ->check(CLI::Range(1, 255));
+    band->needs(number);
+    number->needs(band);
+    command.add_option("--width", options.width, "MHz that it is the primary channel of")
+        ->check(CLI::IsMember({20, 40, 80, 160, 320}))
+        ->capture_default_str();
+    command.footer(
+        "A channel of 40 MHz in the 2.4 GHz band and one of 320 MHz may lie in two segments.\n\n"
+        "Example: nuvctl channel --band 6 --number 37 --width 320");
+}
+
+void add_opclass(CLI::App& parser, Action& action) {
+    const auto [command, options] = add(
+        parser, action, "opclass", "Print operating classes: one JSON object a line", run_opclass);
+    command.add_option("--region", options.region, "Whose table")
+        ->check(CLI::IsMember({"global", "europe"}))
+        ->capture_default_str();
+    command.add_flag("--table", options.table, "Print a table instead");
+    command.add_option("CLASS", options.classes, "Only these classes");
+    command.footer(
+        "Behaviors: 0 secondary segment of 80+80 MHz, 2 primary channel below, 3 above the "
+        "secondary one.\n\n"
+        "Example: nuvctl opclass 128 | jq -c .center_channels");
+}
+
+void add_validate(CLI::App& parser, Action& action) {
+    const auto [command, options] = add(
+        parser, action, "validate",
+        "Check channel lists, entries and infos in JSON: one JSON object a finding", run_validate);
+    command.add_option("FILE", options.files, "JSON, - is standard input")->capture_default_str();
+    command.footer(
+        "Capabilities of an entry are not in its JSON and not looked at. Exit status 1 if anything "
+        "is wrong.\n\n"
+        "Example: echo '{\"channel\":36,\"frequency\":5200000}' | nuvctl validate");
+}
+
+/// What is wrong with the command line.
+std::string problem(const CLI::App& parser, const CLI::Error& error) {
+    const auto unexpected = parser.remaining();
+    const bool unknown = parser.get_subcommands().empty() && !unexpected.empty() &&
+                         !unexpected.front().starts_with('-');
+    return unknown ? "unknown subcommand '" + to_printable(unexpected.front()).text + "'"
+                   : error.what();
+}
+
+}  // namespace
+
+std::unique_ptr<CLI::App> make_parser(Action& action) {
+    auto parser = std::make_unique<CLI::App>(
+        "Looks at stations, frames, channels and addresses of a Wi-Fi mesh, and makes frames.",
+        "nuvctl");
+    parser->set_version_flag("--version", "nuvctl " NUVCTL_VERSION);
+    parser->set_help_all_flag("--help-all", "Print the help of every sub-command too and exit");
+    parser->footer(
+        "Results go to standard output, everything else to standard error. Exit status: 0, or 1 "
+        "for a\n"
+        "failure, 2 for wrong usage. See nuvctl(1).\n\n"
+        "Example: nuvctl decode --summary home.pcap");
+    parser->failure_message([](const CLI::App* app, const CLI::Error& error) {
+        return "nuvctl: " + problem(*app, error) + "\nRun with --help for more information.\n";
+    });
+    parser->require_subcommand(1);
+    for (auto* add_command :
+         {add_decode, add_encode, add_address, add_channel, add_opclass, add_validate}) {
+        add_command(*parser, action);
+    }
+    return parser;
+}
+
+int run(int argc, const char* const* argv) {
+    constexpr int failure = 1;
+    constexpr int usage_error = 2;
+    Action action;
+    const auto parser = make_parser(action);
+    try {
+        parser->parse(argc, argv);
+    } catch (const CLI::ParseError& error) {
+        return parser->exit(error) == 0 ? 0 : usage_error;
+    }
+    try {
+        const int status = action();
+        if (!std::cout.flush()) {
+            throw OutputError("-");
+        }
+        return status;
+    } catch (const OutputError& error) {
+        if (!error.is_broken_pipe()) {
+            report(error.what());
+        }
+        return failure;
+    }
+}
+
+}  // namespace nuvctl

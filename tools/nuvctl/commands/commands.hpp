@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace nuvctl {
+
+// The subcommands. Each returns its exit status, 0 or 1, and throws OutputError when it cannot write
+// its output. A file "-" is standard input or output.
+
+struct DecodeOptions {
+    std::vector<std::string> files{"-"};
+    bool pretty = false;
+    bool summary = false;
+    std::vector<std::string> types;  ///< none for all
+};
+int run_decode(const DecodeOptions& options);
+
+struct EncodeOptions {
+    std::vector<std::string> files{"-"};
+    std::string format = "hex";  ///< or "pcap"
+    std::string output = "-";
+};
+int run_encode(const EncodeOptions& options);
+
+struct AddressOptions {
+    std::vector<std::string> texts;  ///< none for the lines of standard input
+    std::string contains;            ///< an IP address, or empty
+    bool pretty = false;
+};
+int run_address(const AddressOptions& options);
+
+/// A channel by its frequency, or by its band and its number in it.
+struct ChannelOptions {
+    std::int32_t frequency = 0;  ///< in kHz
+    std::string band;            ///< "2.4", "5" or "6"
+    std::uint32_t number = 0;
+    std::int32_t width = 20;  ///< in MHz
+};
+int run_channel(const ChannelOptions& options);
+
+struct OpclassOptions {
+    std::string region = "global";  ///< or "europe"
+    std::vector<unsigned> classes;  ///< none for all
+    bool table = false;
+};
+int run_opclass(const OpclassOptions& options);
+
+struct ValidateOptions {
+    std::vector<std::string> files{"-"};
+};
+int run_validate(const ValidateOptions& options);
+
+}  // namespace nuvctl

@@ -1,0 +1,85 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "frames/capture_file.hpp"
+
+#include <pcap/pcap.h>
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <limits>
+
+namespace nuvctl {
+
+void CaptureFile::Close::operator()(pcap* capture) const noexcept { pcap_close(capture); }
+
+CaptureFile::CaptureFile(const std::string& name) {
+    File file = open_to_read(name);
+    struct stat status {};
+    if (fstat(fileno(file.get()), &status) == 0 && S_ISREG(status.st_mode)) {
+        size_ = status.st_size;
+    }
+    if (size_ == 0) {
+        throw FileError("the file is empty");
+    }
+    std::array<char, PCAP_ERRBUF_SIZE> reason{};
+    capture_.reset(pcap_fopen_offline(file.get(), reason.data()));
+    if (capture_ == nullptr) {
+        throw FileError(std::string("not a capture file: ") + reason.data());
+    }
+    file.release();  // NOLINT(bugprone-unused-return-value): closed with the capture
+}
+
+int CaptureFile::link_type() const { return pcap_datalink(capture_.get()); }
+
+std::optional<Record> CaptureFile::next() {
+    pcap_pkthdr* header = nullptr;
+    const std::uint8_t* octets = nullptr;
+    switch (pcap_next_ex(capture_.get(), &header, &octets)) {
+        case 1:
+            break;
+        case PCAP_ERROR_BREAK:
+            return std::nullopt;
+        default:
+            throw FileError("record " + std::to_string(records_ + 1) + ": " +
+                            pcap_geterr(capture_.get()));
+    }
+    // What a damaged file says of the time may be anything.
+    constexpr int second = 1'000'000;
+    const std::int64_t microseconds = header->ts.tv_usec;
+    const auto fraction = static_cast<std::int32_t>((microseconds % second + second) % second);
+    return Record{++records_,
+                  {header->ts.tv_sec + (microseconds - fraction) / second, fraction},
+                  std::span(octets, header->caplen),
+                  std::max(header->len, header->caplen)};
+}
+
+std::int64_t CaptureFile::position() const { return ftello(pcap_file(capture_.get())); }
+
+void CaptureWriter::Close::operator()(pcap* capture) const noexcept { pcap_close(capture); }
+void CaptureWriter::Close::operator()(pcap_dumper* dumper) const noexcept {
+    pcap_dump_close(dumper);
+}
+
+CaptureWriter::CaptureWriter(File file, int link_type)
+    : capture_(pcap_open_dead(link_type, std::numeric_limits<std::uint16_t>::max())) {
+    if (capture_ == nullptr) {
+        throw_errno(ENOMEM);
+    }
+    dumper_.reset(pcap_dump_fopen(capture_.get(), file.get()));
+    if (dumper_ == nullptr) {
+        throw FileError(pcap_geterr(capture_.get()));
+    }
+    file.release();  // NOLINT(bugprone-unused-return-value): closed with the dumper
+}
+
+bool CaptureWriter::write(const Timestamp& time, std::span<const std::uint8_t> octets) {
+    pcap_pkthdr header{};
+    header.ts.tv_sec = static_cast<decltype(header.ts.tv_sec)>(time.seconds);
+    header.ts.tv_usec = time.microseconds;
+    header.caplen = header.len = static_cast<bpf_u_int32>(octets.size());
+    pcap_dump(reinterpret_cast<u_char*>(dumper_.get()), &header, octets.data());
+    return pcap_dump_flush(dumper_.get()) == 0 && std::ferror(pcap_dump_file(dumper_.get())) == 0;
+}
+
+}  // namespace nuvctl

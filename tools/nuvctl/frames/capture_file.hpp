@@ -1,0 +1,74 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+
+#include "file.hpp"
+#include "text/timestamp.hpp"
+
+struct pcap;
+struct pcap_dumper;
+
+namespace nuvctl {
+
+/// One record of a capture.
+struct Record {
+    std::uint64_t number;  ///< in its file, from 1
+    Timestamp time;
+    std::span<const std::uint8_t> octets;  ///< what was captured; valid until the next is read
+    std::size_t length;                    ///< what it had on the link, octets.size() at least
+};
+
+/// A capture file, classic pcap or pcapng, read from its beginning to its end.
+class CaptureFile {
+public:
+    /// Opens the file `name`; "-" is standard input. Throws FileError.
+    explicit CaptureFile(const std::string& name);
+
+    /// The link type of its records, as libpcap numbers them.
+    int link_type() const;
+    /// The next record, none at the end. Throws FileError where the file is damaged.
+    std::optional<Record> next();
+
+    /// Whether records come as somebody writes them, and nobody knows how many.
+    bool is_live() const { return size_ < 0; }
+    /// Octets of the file, and how many of them were read; negative for a live one.
+    std::int64_t size() const { return size_; }
+    std::int64_t position() const;
+
+private:
+    struct Close {
+        void operator()(pcap* capture) const noexcept;
+    };
+
+    std::unique_ptr<pcap, Close> capture_;
+    std::int64_t size_ = -1;
+    std::uint64_t records_ = 0;
+};
+
+/// Writes a capture file, classic pcap.
+class CaptureWriter {
+public:
+    /// `link_type` as libpcap numbers them. Throws FileError.
+    CaptureWriter(File file, int link_type);
+
+    /// Writes a record through to the file; its time is one from 1970 to 2106, as a capture file has
+    /// it. Returns false, with the reason in errno, when that fails.
+    bool write(const Timestamp& time, std::span<const std::uint8_t> octets);
+
+private:
+    struct Close {
+        void operator()(pcap* capture) const noexcept;
+        void operator()(pcap_dumper* dumper) const noexcept;
+    };
+
+    std::unique_ptr<pcap, Close> capture_;
+    std::unique_ptr<pcap_dumper, Close> dumper_;
+};
+
+}  // namespace nuvctl

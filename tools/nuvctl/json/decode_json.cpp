@@ -1,0 +1,207 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "json/decode_json.hpp"
+
+#include "frames/security.hpp"
+#include "json/writer.hpp"
+#include "nuv/ieee802_11/ieee802_11_field_visitor.hpp"
+#include "nuv/ieee802_11/rsn_security.hpp"
+#include "text/text.hpp"
+
+namespace nuvctl {
+
+namespace {
+
+using nuv::ieee802_11::IEEE802_11_CipherSuite;
+using nuv::ieee802_11::IEEE802_11_RSNElement;
+
+class FieldWriter : public nuv::ieee802_11::IEEE802_11_FieldVisitor {
+public:
+    explicit FieldWriter(Json& json) : json_(json) {}
+
+    void number(std::string_view name, std::uint64_t value) override { json_.number(name, value); }
+    void text(std::string_view name, std::string_view value) override {
+        json_.text(name, to_utf8(value));
+    }
+    void octets(std::string_view name, std::span<const std::uint8_t> value) override {
+        json_.text(name, to_hex(value));
+    }
+    void open_list(std::string_view name) override { json_.open_list(name); }
+    void close_list() override { json_.close_list(); }
+    void open_object(std::string_view name) override { json_.open_object(name); }
+    void close_object() override { json_.close_object(); }
+
+private:
+    Json& json_;
+};
+
+void write_suites(Json& json, std::string_view name, const IEEE802_11_RSNElement::Suites& suites) {
+    json.open_list(name);
+    for (const IEEE802_11_CipherSuite& suite : suites) {
+        json.text({}, suite.to_string());
+    }
+    json.close_list();
+}
+
+/// Whether an RSN element goes as far as its capabilities, which the class does not keep: zero and
+/// absent are the same to it.
+bool reaches_capabilities(const IEEE802_11_RSNElement& rsn, std::size_t body_size) {
+    constexpr std::size_t suite = 4;
+    constexpr std::size_t two_octets = 2;  // version, each count, capabilities
+    return body_size >= two_octets + (rsn.has_group_data() ? suite : 0) + two_octets +
+                            suite * rsn.get_pairwise_cipher_list().size() + two_octets +
+                            suite * rsn.get_akm_suite_list().size() + two_octets;
+}
+
+void write_rsn(Json& json, const AssociationRequest& request) {
+    const auto* rsn = request.find<IEEE802_11_RSNElement>();
+    if (rsn == nullptr) {
+        json.null("rsn");
+        return;
+    }
+    std::size_t body_size = 0;
+    for (const Element& element : request.elements) {
+        if (element.typed.get() == rsn) {
+            body_size = element.body.size();
+        }
+    }
+    const auto suite = [&json](std::string_view name, bool present,
+                               const IEEE802_11_CipherSuite& value) {
+        present ? json.text(name, value.to_string()) : json.null(name);
+    };
+    json.open_object("rsn");
+    json.number("version", 1);
+    suite("group_data", rsn->has_group_data(), rsn->get_group_data());
+    write_suites(json, "pairwise", rsn->get_pairwise_cipher_list());
+    write_suites(json, "akm", rsn->get_akm_suite_list());
+    if (reaches_capabilities(*rsn, body_size)) {
+        json.number("capabilities", rsn->get_rsn_capabilities().to_ullong());
+    } else {
+        json.null("capabilities");
+    }
+    json.number("pmkid_count", rsn->get_pmkid_list().size());
+    suite("group_management", rsn->has_group_management_cipher(),
+          rsn->get_group_management_cipher());
+    json.close_object();
+}
+
+void write_error(Json& json, const DecodedFrame& frame) {
+    if (!frame.error) {
+        json.null("error");
+        return;
+    }
+    json.open_object("error");
+    json.text("message", to_utf8(frame.error->message));
+    if (frame.error->element) {
+        const Element& element = frame.elements[*frame.error->element];
+        json.open_object("element");
+        json.number("id", element.id);
+        json.optional_number("extension", element.extension);
+        json.number("offset", element.offset);
+        json.close_object();
+    } else {
+        json.null("element");
+    }
+    json.close_object();
+}
+
+void write_element(Json& json, const Element& element) {
+    json.open_object({});
+    json.number("id", element.id);
+    json.optional_number("extension", element.extension);
+    const std::string name =
+        ieee802_11_element_name(static_cast<nuv::ieee802_11::IEEE802_11_Element_ID>(element.id),
+                                static_cast<nuv::ieee802_11::IEEE802_11_Element_ID_Extension>(
+                                    element.extension.value_or(0)));
+    name.empty() ? json.null("name") : json.text("name", name);
+    json.number("offset", element.offset);
+    json.optional_number("length", element.length);
+    if (element.typed == nullptr) {
+        json.text("error", to_utf8(element.error));
+    } else {
+        json.open_object("fields");
+        if (element.typed->is_dummy()) {
+            json.text("body_hex", to_hex(element.body));
+        } else {
+            FieldWriter fields(json);
+            element.typed->visit_fields(fields);
+        }
+        json.close_object();
+    }
+    json.close_object();
+}
+
+/// Writes what all frames have, and between it what `middle` writes.
+template <class Middle>
+void write_frame(std::ostream& os, const Source& source, const DecodedFrame& frame, bool pretty,
+                 Middle middle) {
+    write_object(os, pretty, [&](Json& json) {
+        json.text("file", to_utf8(source.file));
+        json.number("frame", source.record.number);
+        json.text("time", to_string(source.record.time));
+        json.text("type", frame.type);
+        json.text("station", frame.station.to_string());
+        json.text("bssid", frame.bssid.to_string());
+        middle(json);
+        if (source.mac.bad_fcs) {
+            json.text("fcs", "bad");
+        }
+        if (source.mac.truncated) {
+            json.boolean("truncated", true);
+        }
+        write_error(json, frame);
+        json.open_list("elements");
+        for (const Element& element : frame.elements) {
+            write_element(json, element);
+        }
+        json.close_list();
+    });
+}
+
+void write_value(Json& json, const ActionFrame::Value& value) {
+    using Kind = ActionField::Kind;
+    const auto& [field, octets] = value;
+    if (field->kind == Kind::SUBELEMENT) {
+        return;
+    }
+    if (!octets) {
+        json.null(field->name);
+    } else if (field->kind == Kind::NUMBER) {
+        std::uint64_t number = 0;
+        for (std::size_t k = octets->size(); k-- > 0;) {
+            number = number << 8U | (*octets)[k];
+        }
+        json.number(field->name, number);
+    } else {
+        json.text(field->name, field->kind == Kind::ADDRESS ? address_in(*octets).to_string()
+                               : field->kind == Kind::TEXT  ? to_utf8(as_text(*octets))
+                                                            : to_hex(*octets));
+    }
+}
+
+}  // namespace
+
+void write_json(std::ostream& os, const Source& source, const AssociationRequest& request,
+                bool pretty) {
+    write_frame(os, source, request, pretty, [&](Json& json) {
+        request.current_ap ? json.text("current_ap", request.current_ap->to_string())
+                           : json.null("current_ap");
+        json.optional_number("capability_information", request.capability_information);
+        json.optional_number("listen_interval", request.listen_interval);
+        const std::string_view ssid = as_text(request.ssid);
+        is_utf8(ssid) ? json.text("ssid", ssid) : json.null("ssid");
+        json.text("ssid_hex", to_hex(request.ssid));
+        json.text("security", security_text(request));
+        write_rsn(json, request);
+    });
+}
+
+void write_json(std::ostream& os, const Source& source, const ActionFrame& frame, bool pretty) {
+    write_frame(os, source, frame, pretty, [&](Json& json) {
+        json.optional_number("dialog_token", frame.dialog_token);
+        for (const ActionFrame::Value& value : frame.values) {
+            write_value(json, value);
+        }
+    });
+}
+
+}  // namespace nuvctl

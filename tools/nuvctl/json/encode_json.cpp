@@ -1,0 +1,220 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "json/encode_json.hpp"
+
+#include <algorithm>
+#include <limits>
+#include <span>
+#include <sstream>
+
+#include "frames/action_frame.hpp"
+#include "frames/association_request.hpp"
+#include "json/fields.hpp"
+#include "nuv/mac_address.hpp"
+#include "nuv/serialization_exception.hpp"
+
+namespace nuvctl {
+
+namespace {
+
+using nuv::serialization::SerializationException;
+using ID = nuv::ieee802_11::IEEE802_11_Element_ID;
+
+void append(std::vector<std::uint8_t>& frame, std::span<const std::uint8_t> octets) {
+    frame.insert(frame.end(), octets.begin(), octets.end());
+}
+
+void append_little_endian(std::vector<std::uint8_t>& frame, std::uint64_t value, unsigned size) {
+    for (; size > 0; --size) {
+        frame.push_back(static_cast<std::uint8_t>(value));
+        value >>= 8U;
+    }
+}
+
+nuv::MACAddress address(JsonFields& fields, std::string_view name) {
+    nuv::MACAddress value;
+    if (!value.parse_string(fields.text(name))) {
+        fields.fail("not of the form 02:00:00:00:00:01");
+    }
+    return value;
+}
+
+Timestamp time(JsonFields& fields) {
+    const auto value = parse_timestamp(fields.text("time"));
+    if (!value) {
+        fields.fail("not of the form 2015-11-03T12:34:56.123456Z");
+    }
+    if (value->seconds < 0 || value->seconds > std::numeric_limits<std::uint32_t>::max()) {
+        fields.fail("not a time that captures can hold, 1970 to 2106");
+    }
+    return *value;
+}
+
+/// The octets that are given, whatever the element is: also for what its class would not write.
+std::vector<std::uint8_t> raw_element(JsonFields& fields, std::uint8_t id, std::uint8_t extension) {
+    const auto body = fields.octets("body_hex");
+    std::vector<std::uint8_t> octets{id, 0};
+    if (static_cast<ID>(id) == ID::ELEMENT_ID_EXTENSION) {
+        octets.push_back(extension);
+    }
+    append(octets, body);
+    if (octets.size() - 2 > std::numeric_limits<std::uint8_t>::max()) {
+        fields.fail("more than an element holds");
+    }
+    octets[1] = static_cast<std::uint8_t>(octets.size() - 2);
+    return octets;
+}
+
+std::vector<std::uint8_t> written(const nuv::ieee802_11::IEEE802_11_Element_Base& element) {
+    std::ostringstream os;
+    nuv::serialization::SerializationContext context;
+    element.serialize_impl(os, context);
+    const std::string octets = os.str();
+    return {octets.begin(), octets.end()};
+}
+
+std::vector<std::uint8_t> element(JsonFields& fields, ElementMaker& maker) {
+    fields.open_object({});
+    for (const auto* derived : {"name", "offset", "length"}) {
+        fields.ignore(derived);
+    }
+    const auto id = static_cast<std::uint8_t>(fields.number("id", 8));
+    const bool extended = static_cast<ID>(id) == ID::ELEMENT_ID_EXTENSION;
+    std::uint8_t extension = 0;
+    if (extended || fields.has("extension")) {
+        extension = static_cast<std::uint8_t>(fields.number("extension", 8));
+        if (!extended) {
+            fields.fail("only elements with ID 255 have one");
+        }
+    }
+    if (fields.has("error")) {
+        fields.text("error");
+        fields.fail("could not be read; \"fields\":{\"body_hex\":\"...\"} can be written instead");
+    }
+    fields.open_object("fields");
+    std::vector<std::uint8_t> octets;
+    try {
+        const bool raw = fields.size() == 1 && fields.has("body_hex");
+        const auto typed = raw ? nullptr : maker.make(id, extension);
+        if (typed == nullptr || typed->is_dummy()) {
+            octets = raw_element(fields, id, extension);
+            fields.close_object();
+        } else {
+            typed->assign_fields(fields);
+            fields.close_object();
+            octets = written(*typed);
+            // The Length octet of a report that is too long wraps.
+            if (octets.size() > typed->get_length()) {
+                fields.fail("more than an element holds");
+            }
+            maker.remember(*typed);
+        }
+    } catch (const SerializationException& error) {
+        fields.fail(error.what());
+    }
+    fields.close_object();
+    return octets;
+}
+
+void append_elements(JsonFields& fields, ElementMaker maker, std::vector<std::uint8_t>& frame) {
+    for (std::size_t count = fields.open_list("elements"); count > 0; --count) {
+        append(frame, element(fields, maker));
+    }
+    fields.close_list();
+}
+
+void append_request(JsonFields& fields, bool reassociation, std::vector<std::uint8_t>& frame) {
+    for (const auto* derived : {"ssid", "ssid_hex", "security", "rsn"}) {
+        fields.ignore(derived);
+    }
+    append_little_endian(frame, fields.number("capability_information", 16), 2);
+    append_little_endian(frame, fields.number("listen_interval", 16), 2);
+    if (reassociation || fields.has("current_ap")) {
+        append(frame, address(fields, "current_ap").octets());
+        if (!reassociation) {
+            fields.fail("only a reassociation_request has one");
+        }
+    }
+    append_elements(fields, ElementMaker(ElementMaker::Frame::REQUEST), frame);
+}
+
+void append_value(JsonFields& fields, const ActionField& field, std::vector<std::uint8_t>& frame) {
+    using Kind = ActionField::Kind;
+    if (field.kind == Kind::NUMBER) {
+        append_little_endian(frame, fields.number(field.name, 8U * field.size), field.size);
+    } else if (field.kind == Kind::BITS) {
+        const auto octets = fields.octets(field.name);
+        if (octets.size() != field.size) {
+            fields.fail("not " + std::to_string(field.size) + " octets");
+        }
+        append(frame, octets);
+    } else if (field.kind == Kind::ADDRESS) {
+        append(frame, address(fields, field.name).octets());
+    } else if (field.kind == Kind::TEXT) {
+        const std::string text = fields.text(field.name);
+        if (text.size() > std::numeric_limits<std::uint8_t>::max()) {
+            fields.fail("more than 255 octets");
+        }
+        frame.push_back(static_cast<std::uint8_t>(text.size()));
+        frame.insert(frame.end(), text.begin(), text.end());
+    } else {
+        append(frame, termination_header);
+    }
+}
+
+void append_action(JsonFields& fields, const ActionType& type, std::vector<std::uint8_t>& frame) {
+    frame.push_back(type.category);
+    frame.push_back(type.action);
+    frame.push_back(static_cast<std::uint8_t>(fields.number("dialog_token", 8)));
+    const std::size_t behind_token = frame.size();
+    for (const ActionField& field : type.fields) {
+        // Null is what is said of an absent field; another value is then one too many.
+        const bool given = fields.has(field.name);
+        const bool optional = field.kind == ActionField::Kind::ADDRESS;
+        if (field.is_in(Octets(frame).subspan(behind_token)) && (given || !optional)) {
+            append_value(fields, field, frame);
+        }
+    }
+    append_elements(fields, ElementMaker(ElementMaker::Frame::REPORT), frame);
+}
+
+}  // namespace
+
+EncodedFrame read_json(nuv::serialization::YAJLNode document) {
+    JsonFields fields(std::move(document));
+    for (const auto* derived : {"file", "frame", "fcs", "truncated", "error"}) {
+        fields.ignore(derived);
+    }
+    const std::string name = fields.text("type");
+    const bool reassociation = name == AssociationRequest::reassociation;
+    const auto action = std::ranges::find(action_types(), name, &ActionType::name);
+    const bool is_action = action != action_types().end();
+    if (!is_action && !reassociation && name != AssociationRequest::association) {
+        fields.fail("not one that decode knows");
+    }
+    EncodedFrame frame;
+    frame.time = time(fields);
+    const nuv::MACAddress station = address(fields, "station");
+    const nuv::MACAddress bssid = address(fields, "bssid");
+
+    // MAC header: frame control, duration, three addresses, sequence control
+    const bool to_station = is_action && action->to_station;
+    const Subtype subtype = is_action       ? Subtype::ACTION
+                            : reassociation ? Subtype::REASSOCIATION_REQUEST
+                                            : Subtype::ASSOCIATION_REQUEST;
+    frame.octets = {static_cast<std::uint8_t>(subtype), 0, 0, 0};
+    append(frame.octets, (to_station ? station : bssid).octets());
+    append(frame.octets, (to_station ? bssid : station).octets());
+    append(frame.octets, bssid.octets());
+    append_little_endian(frame.octets, 0, 2);
+    frame.body = frame.octets.size();
+
+    if (is_action) {
+        append_action(fields, *action, frame.octets);
+    } else {
+        append_request(fields, reassociation, frame.octets);
+    }
+    fields.finish();
+    return frame;
+}
+
+}  // namespace nuvctl
