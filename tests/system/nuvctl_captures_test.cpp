@@ -5,8 +5,8 @@
 #include <map>
 #include <set>
 
+#include "tests/support/vectors.hpp"
 #include "tests/system/nuvctl_fixture.hpp"
-#include "tools/vectors/vectors.hpp"
 
 namespace nuv::test {
 namespace {

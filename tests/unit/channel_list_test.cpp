@@ -1,14 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "nuv/channel_list.hpp"
 
-#include <gtest/gtest.h>
-
 #include <chrono>
-#include <cstdlib>
 
 #include "nuv_platform/fake/fake_platform.hpp"
-#include "support/channels.hpp"
-#include "support/json_text.hpp"
+#include "tests/support/channels.hpp"
+#include "tests/support/json_text.hpp"
+#include "tests/support/test.hpp"
 
 namespace nuv::test {
 
@@ -83,8 +81,8 @@ TEST(ChannelList, FlagsAreSetAndResetThroughout) {
     EXPECT_FALSE(channels.channel_configuration_equivalent_to(list({36})));
     EXPECT_TRUE(channels.channel_configuration_equivalent_to(others));
     fake.clock().advance(std::chrono::seconds(1));
-    channels.set_unset_configuration_flags_to_not_penalized();
     const std::int64_t later = fake.clock().now().count();
+    channels.set_unset_configuration_flags_to_not_penalized();
     channels.set_unset_state_flags_to_default_state();
     EXPECT_FALSE(channels.channel_configuration_equivalent_to(others));
     const auto& entries = channels.get_channels();
