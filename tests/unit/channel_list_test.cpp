@@ -81,8 +81,8 @@ TEST(ChannelList, FlagsAreSetAndResetThroughout) {
     EXPECT_FALSE(channels.channel_configuration_equivalent_to(list({36})));
     EXPECT_TRUE(channels.channel_configuration_equivalent_to(others));
     fake.clock().advance(std::chrono::seconds(1));
-    const std::int64_t later = fake.clock().now().count();
     channels.set_unset_configuration_flags_to_not_penalized();
+    const std::int64_t later = fake.clock().now().count();
     channels.set_unset_state_flags_to_default_state();
     EXPECT_FALSE(channels.channel_configuration_equivalent_to(others));
     const auto& entries = channels.get_channels();
