@@ -1,15 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "nuv/channel_entry.hpp"
 
-#include <gtest/gtest.h>
-
 #include <chrono>
 #include <cmath>
-#include <limits>
 
 #include "nuv_platform/fake/fake_platform.hpp"
-#include "support/channels.hpp"
-#include "support/json_text.hpp"
+#include "tests/support/channels.hpp"
+#include "tests/support/json_text.hpp"
+#include "tests/support/test.hpp"
 
 namespace nuv::test {
 

@@ -1,14 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "nuv/channel_list.hpp"
 
-#include <gtest/gtest.h>
-
 #include <chrono>
-#include <cstdlib>
 
 #include "nuv_platform/fake/fake_platform.hpp"
-#include "support/channels.hpp"
-#include "support/json_text.hpp"
+#include "tests/support/channels.hpp"
+#include "tests/support/json_text.hpp"
+#include "tests/support/test.hpp"
 
 namespace nuv::test {
 

@@ -1,12 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "nuv/mem_buf.hpp"
 
-#include <gtest/gtest.h>
-
-#include <array>
-#include <istream>
-#include <type_traits>
-#include <utility>
+#include "tests/support/test.hpp"
 
 namespace nuv {
 namespace {

@@ -1,11 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "nuv/nss_table.hpp"
 
-#include <gtest/gtest.h>
-
-#include <sstream>
-
-#include "support/channels.hpp"
+#include "tests/support/channels.hpp"
+#include "tests/support/test.hpp"
 
 namespace nuv::test {
 

@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "nuv/uid.hpp"
 
-#include <gtest/gtest.h>
-
-#include "support/json_text.hpp"
+#include "tests/support/json_text.hpp"
+#include "tests/support/test.hpp"
 
 using nuv::serialization::UIDType;
 

@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "nuv/wlan_radio.hpp"
 
-#include <gtest/gtest.h>
-
-#include "support/channels.hpp"
+#include "tests/support/channels.hpp"
+#include "tests/support/test.hpp"
 
 namespace nuv::test {
 
