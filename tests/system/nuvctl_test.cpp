@@ -116,7 +116,7 @@ TEST_F(Nuvctl, EncodesUpToTheFirstObjectThatItRefuses) {
          "nuvctl: c.json: line 3: parse error: after array element, I expect ',' or ']'\n"},
     };
     for (const auto& [refused, error] : rows) {
-        write("c.json", json + refused + json);
+        write("c.json", std::string(json).append(refused).append(json));
         const Outcome outcome = run("nuvctl encode c.json");
         EXPECT_EQ(outcome.status, 1);
         EXPECT_EQ(outcome.err, error);

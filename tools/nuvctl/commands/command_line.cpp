@@ -4,9 +4,9 @@
 
 #include <CLI/CLI.hpp>
 #include <iostream>
+#include <memory>
 #include <stdexcept>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "commands/commands.hpp"
@@ -20,16 +20,6 @@
 namespace nuvctl {
 
 namespace {
-
-/// Adds a subcommand that calls `run` with the options that the parser reads.
-template <class Options>
-std::pair<CLI::App&, Options&> add(CLI::App& parser, Action& action, const char* name,
-                                   const char* description, int (*run)(const Options&)) {
-    CLI::App& command = *parser.add_subcommand(name, description);
-    const auto options = std::make_shared<Options>();
-    command.callback([=, &action] { action = [=] { return run(*options); }; });
-    return {command, *options};
-}
 
 std::vector<std::string> frame_types() {
     std::vector<std::string> names{std::string(AssociationRequest::association),
@@ -50,12 +40,7 @@ std::string problem_of_ip_address(const std::string& text) {
     }
 }
 
-void add_decode(CLI::App& parser, Action& action) {
-    const auto [command, options] =
-        add(parser, action, "decode",
-            "Decode (re)association requests, measurement and neighbor reports and BSS transition\n"
-            "management frames of capture files: one JSON object a line",
-            run_decode);
+void add_options(CLI::App& command, DecodeOptions& options) {
     auto* pretty = command.add_flag("--pretty", options.pretty, "Indent the JSON");
     command.add_flag("--summary", options.summary, "Print a table instead, one line a station")
         ->excludes(pretty);
@@ -75,9 +60,7 @@ void add_decode(CLI::App& parser, Action& action) {
         "Example: nuvctl decode home.pcap | jq -r '[.station, .ssid, .security] | @tsv'");
 }
 
-void add_encode(CLI::App& parser, Action& action) {
-    const auto [command, options] =
-        add(parser, action, "encode", "Turn the JSON of decode back into frames", run_encode);
+void add_options(CLI::App& command, EncodeOptions& options) {
     command.add_option("--format", options.format, "hex: a line a frame body; pcap: a capture")
         ->check(CLI::IsMember({"hex", "pcap"}))
         ->capture_default_str();
@@ -96,11 +79,7 @@ void add_encode(CLI::App& parser, Action& action) {
         "         nuvctl encode --format pcap --output edited.pcap");
 }
 
-void add_address(CLI::App& parser, Action& action) {
-    const auto [command, options] =
-        add(parser, action, "address",
-            "Say what MAC addresses, IP addresses and prefixes are: one JSON object a line",
-            run_address);
+void add_options(CLI::App& command, AddressOptions& options) {
     command.add_flag("--pretty", options.pretty, "Indent the JSON");
     command
         .add_option("--contains", options.contains,
@@ -115,11 +94,7 @@ void add_address(CLI::App& parser, Action& action) {
         "192.168.1.1");
 }
 
-void add_channel(CLI::App& parser, Action& action) {
-    const auto [command, options] =
-        add(parser, action, "channel",
-            "Tell number, frequency, operating classes and segments of a channel, as JSON",
-            run_channel);
+void add_options(CLI::App& command, ChannelOptions& options) {
     auto* which = command.add_option_group("channel");
     which
         ->add_option("--frequency", options.frequency,
@@ -140,9 +115,7 @@ void add_channel(CLI::App& parser, Action& action) {
         "Example: nuvctl channel --band 6 --number 37 --width 320");
 }
 
-void add_opclass(CLI::App& parser, Action& action) {
-    const auto [command, options] = add(
-        parser, action, "opclass", "Print operating classes: one JSON object a line", run_opclass);
+void add_options(CLI::App& command, OpclassOptions& options) {
     command.add_option("--region", options.region, "Whose table")
         ->check(CLI::IsMember({"global", "europe"}))
         ->capture_default_str();
@@ -154,15 +127,22 @@ void add_opclass(CLI::App& parser, Action& action) {
         "Example: nuvctl opclass 128 | jq -c .center_channels");
 }
 
-void add_validate(CLI::App& parser, Action& action) {
-    const auto [command, options] = add(
-        parser, action, "validate",
-        "Check channel lists, entries and infos in JSON: one JSON object a finding", run_validate);
+void add_options(CLI::App& command, ValidateOptions& options) {
     command.add_option("FILE", options.files, "JSON, - is standard input")->capture_default_str();
     command.footer(
         "Capabilities of an entry are not in its JSON and not looked at. Exit status 1 if anything "
         "is wrong.\n\n"
         "Example: echo '{\"channel\":36,\"frequency\":5200000}' | nuvctl validate");
+}
+
+/// Adds a subcommand that calls `run` with the options that the parser reads.
+template <class Options>
+void add(CLI::App& parser, Action& action, const char* name, const char* description,
+         int (*run)(const Options&)) {
+    CLI::App& command = *parser.add_subcommand(name, description);
+    const auto options = std::make_shared<Options>();
+    add_options(command, *options);
+    command.callback([=, &action] { action = [=] { return run(*options); }; });
 }
 
 /// What is wrong with the command line.
@@ -191,10 +171,20 @@ std::unique_ptr<CLI::App> make_parser(Action& action) {
         return "nuvctl: " + problem(*app, error) + "\nRun with --help for more information.\n";
     });
     parser->require_subcommand(1);
-    for (auto* add_command :
-         {add_decode, add_encode, add_address, add_channel, add_opclass, add_validate}) {
-        add_command(*parser, action);
-    }
+    add(*parser, action, "decode",
+        "Decode (re)association requests, measurement and neighbor reports and BSS transition\n"
+        "management frames of capture files: one JSON object a line",
+        run_decode);
+    add(*parser, action, "encode", "Turn the JSON of decode back into frames", run_encode);
+    add(*parser, action, "address",
+        "Say what MAC addresses, IP addresses and prefixes are: one JSON object a line",
+        run_address);
+    add(*parser, action, "channel",
+        "Tell number, frequency, operating classes and segments of a channel, as JSON",
+        run_channel);
+    add(*parser, action, "opclass", "Print operating classes: one JSON object a line", run_opclass);
+    add(*parser, action, "validate",
+        "Check channel lists, entries and infos in JSON: one JSON object a finding", run_validate);
     return parser;
 }
 
