@@ -10,7 +10,7 @@
 
 #include "nuv/ieee802_11/ieee802_11_assoc_request_frame.hpp"
 #include "nuv/mem_buf.hpp"
-#include "tools/vectors/vectors.hpp"
+#include "tests/support/vectors.hpp"
 
 namespace {
 

@@ -6,7 +6,7 @@
 
 #include "nuv/ieee802_11/ieee802_11_measurement_report.hpp"
 #include "nuv/ieee802_11/ieee802_11_neighbor_report.hpp"
-#include "tools/vectors/vectors.hpp"
+#include "tests/support/vectors.hpp"
 
 namespace {
 

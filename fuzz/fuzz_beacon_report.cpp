@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 // The first octet is the max-consume-length with which the rest is read as a beacon report.
-#include "fuzz/codec_checks.hpp"
 #include "fuzz/invariant.hpp"
 #include "nuv/ieee802_11/ieee802_11_beacon_report.hpp"
+#include "tests/support/codec_checks.hpp"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using nuv::ieee802_11::IEEE802_11_BeaconReport;
@@ -10,7 +10,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         return 0;
     }
     const nuv::test::Octets octets(data + 1, data + size);
-    const auto make = [data] { return std::make_unique<IEEE802_11_BeaconReport>(data[0]); };
+    const nuv::test::Maker<IEEE802_11_BeaconReport> make = [data] {
+        return std::make_unique<IEEE802_11_BeaconReport>(data[0]);
+    };
 
     nuv::fuzz::require_well(nuv::test::check_ways_of_reading_agree(make, octets));
     const auto reading = nuv::test::read_from_memory(make(), octets);

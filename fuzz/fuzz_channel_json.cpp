@@ -3,44 +3,22 @@
 // document.
 #include <cstdint>
 #include <optional>
-#include <sstream>
 #include <string>
 
 #include "fuzz/invariant.hpp"
 #include "nuv/channels.hpp"
-#include "nuv/json_serializable_type.hpp"
+#include "tests/support/json_text.hpp"
 
 namespace {
 
 using nuv::fuzz::require;
-using nuv::serialization::JSONSerializableType;
-using nuv::serialization::SerializationContext;
-using nuv::serialization::SerializationException;
-using nuv::serialization::YAJLNode;
-using nuv::serialization::YAJLStream;
 
 template <class T>
 std::optional<T> read(const std::string& text) {
-    std::istringstream is(text);
-    SerializationContext ctx;
     T value;
-    try {
-        YAJLNode node(is);
-        JSONSerializableType<T>::deserialize(node, ctx, "", value);
-        return value;
-    } catch (const SerializationException&) {
-        require(value == T(), "a failed read changed its target");
-        return {};
-    }
-}
-
-template <class T>
-std::string write(const T& value) {
-    std::ostringstream os;
-    SerializationContext ctx;
-    YAJLStream stream(os, YAJLStream::YAJLIndentation::COMPACT);
-    JSONSerializableType<T>::serialize(stream, ctx, value);
-    return std::move(os).str();
+    const bool failed = !nuv::test::from_json(text, "", value).empty();
+    require(!failed || value == T(), "a failed read changed its target");
+    return failed ? std::nullopt : std::optional(value);
 }
 
 template <class T>
@@ -49,7 +27,7 @@ void check(const std::string& document) {
     if (!value) {
         return;
     }
-    std::string text = write(*value);
+    std::string text = nuv::test::to_json(*value);
     if constexpr (std::is_same_v<T, nuv::ChannelList>) {
         require(read<T>(text)->get_channels().empty(), "a list came back by itself");
         text.replace(text.find("channels"), 8, "channles");
@@ -67,20 +45,11 @@ void check(const std::string& document) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    if (size == 0) {
-        return 0;
-    }
-    const std::string document(data + 1, data + size);
-    switch (data[0] % 3) {
-        case 0:
-            check<nuv::ChannelEntry>(document);
-            break;
-        case 1:
-            check<nuv::ChannelInfo>(document);
-            break;
-        default:
-            check<nuv::ChannelList>(document);
-            break;
+    if (size > 0) {
+        const std::string document(data + 1, data + size);
+        data[0] % 3 == 0   ? check<nuv::ChannelEntry>(document)
+        : data[0] % 3 == 1 ? check<nuv::ChannelInfo>(document)
+                           : check<nuv::ChannelList>(document);
     }
     return 0;
 }

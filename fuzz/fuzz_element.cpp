@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 // The first three octets say which element reads the rest: ID, extension, and which maps an EHT
 // Capabilities element has. The element's own octets may say something else.
-#include "fuzz/codec_checks.hpp"
 #include "fuzz/invariant.hpp"
+#include "tests/support/codec_checks.hpp"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using nuv::test::ElementID;
@@ -13,7 +13,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         return 0;
     }
     const Octets octets(data + selector_length, data + size);
-    const auto make = [data] {
+    const nuv::test::Maker<nuv::test::Element> make = [data] {
         return nuv::test::make_element(static_cast<ElementID>(data[0]),
                                        static_cast<ExtensionID>(data[1]), data[2]);
     };

@@ -14,7 +14,7 @@
 #include <sstream>
 
 #include "nuv_platform/fake/fake_platform.hpp"
-#include "tests/support/listed_cases.hpp"
+#include "tests/support/vectors.hpp"
 #include "tools/nuvctl/commands/command_line.hpp"
 
 namespace nuvctl {

@@ -6,14 +6,13 @@
 #include <map>
 #include <sstream>
 
-#include "tests/support/listed_cases.hpp"
+#include "tests/support/vectors.hpp"
 #include "tools/nuvctl/commands/decode_summary.hpp"
 #include "tools/nuvctl/json/decode_json.hpp"
 #include "tools/nuvctl/json/encode_json.hpp"
 #include "tools/nuvctl/json/fields.hpp"
 #include "tools/nuvctl/json/reader.hpp"
 #include "tools/nuvctl/text/text.hpp"
-#include "tools/vectors/vectors.hpp"
 
 namespace nuvctl {
 namespace {

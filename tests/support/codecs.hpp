@@ -1,33 +1,41 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <sstream>
-#include <string>
-
 #include "nuv/binary_serializable_type.hpp"
-#include "tools/vectors/hex.hpp"
+#include "tests/support/failures.hpp"
+#include "tests/support/hex.hpp"
+#include "tests/support/test.hpp"
 
 namespace nuv::test {
 
-/// What the codec of T writes for `value`, as hex.
+using serialization::SerializationContext;
+
+/// What the binary codec of T writes where there is room for `room` octets, as hex, or the text with
+/// which it refuses.
 template <class T>
-std::string written(const T& value) {
-    std::ostringstream os;
-    serialization::SerializationContext ctx;
-    serialization::BinarySerializableType<T>::serialize(os, ctx, value);
-    const std::string bytes = os.str();
-    return to_hex({bytes.begin(), bytes.end()});
+std::string written(const T& value, std::size_t room = std::string::npos) {
+    FullBuffer buffer(room);
+    std::ostream os(&buffer);
+    SerializationContext ctx;
+    const std::string failure =
+        message_of([&] { serialization::BinarySerializableType<T>::serialize(os, ctx, value); });
+    return failure.empty() ? to_hex({buffer.text.begin(), buffer.text.end()}) : failure;
 }
 
-/// The message of the SerializationException that `function` throws, "" if it throws none.
-template <class Function>
-std::string message_of(Function function) {
-    try {
-        function();
-    } catch (const serialization::SerializationException& e) {
-        return e.what();
-    }
-    return {};
+/// Reads `value` from the octets of `hex`; returns "" or what it throws.
+template <class T>
+std::string read_octets(std::string_view hex, T& value) {
+    std::istringstream is(to_string(from_hex(hex)));
+    SerializationContext ctx;
+    return message_of(
+        [&] { serialization::BinarySerializableType<T>::deserialize(is, ctx, value); });
+}
+
+/// Reads a T; expects that to succeed.
+template <class T>
+T read_as(std::string_view hex, T value = {}) {
+    EXPECT_EQ(read_octets(hex, value), "") << hex;
+    return value;
 }
 
 }  // namespace nuv::test

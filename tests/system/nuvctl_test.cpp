@@ -10,7 +10,7 @@
 #include <filesystem>
 #include <fstream>
 
-#include "tools/vectors/hex.hpp"
+#include "tests/support/hex.hpp"
 
 namespace nuv::test {
 namespace {

@@ -1,17 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "nuv/channel_info.hpp"
 
-#include <gtest/gtest.h>
-
 #include <chrono>
 #include <cmath>
-#include <stdexcept>
-#include <tuple>
 
 #include "nuv/frequency_conversion.hpp"
 #include "nuv_platform/fake/fake_platform.hpp"
-#include "support/channels.hpp"
-#include "support/json_text.hpp"
+#include "tests/support/channels.hpp"
+#include "tests/support/json_text.hpp"
+#include "tests/support/test.hpp"
 
 namespace nuv::test {
 namespace {
@@ -24,19 +21,6 @@ ChannelInfo::Frequency frequency(std::int32_t khz, std::int64_t at = 1) {
 
 ChannelInfo::Segment segment(std::int32_t khz, ChannelWidth width, std::int64_t at = 1) {
     return {{KiloHertz{khz}, width, {}}, at};
-}
-
-bool differ_by_secondary_centers_alone(const ChannelInfo& a, const ChannelInfo& b) {
-    return a.get_primary_frequency().equivalent_to(b.get_primary_frequency()) &&
-           a.get_primary_segment().equivalent_to(b.get_primary_segment()) &&
-           a.get_max_regulatory_power().equivalent_to(b.get_max_regulatory_power()) &&
-           a.get_secondary_center_frequency() != b.get_secondary_center_frequency();
-}
-
-TEST(ChannelInfo, UpdateChangesSomethingExactlyWhenItSaysSo) {
-    RandomChannels random;
-    expect_update_law<ChannelInfo>([&] { return random.info(); },
-                                   differ_by_secondary_centers_alone);
 }
 
 TEST(ChannelInfo, SecondaryCentersAloneAreNeverTakenAlthoughItSaysSo) {
@@ -68,14 +52,6 @@ TEST(ChannelInfo, SettersTakeWhatIsNewerAndDiffers) {
         EXPECT_EQ(info.get_primary_frequency(), expected);
         EXPECT_EQ(info.get_max_regulatory_power().get_timestamp(), expected.get_timestamp());
     }
-}
-
-TEST(ChannelInfo, EquivalentReportsAndOlderOnesAreNotTaken) {
-    const ChannelInfo info(frequency(5180000, 5), segment(5180000, HT20, 5), {}, {20, 5});
-    const ChannelInfo same(frequency(5180000, 9), segment(5180000, HT20, 9), {}, {20, 9});
-    const ChannelInfo old(frequency(5200000, 5), segment(5200000, HT20, 5), {}, {23, 5});
-    EXPECT_TRUE(info.equivalent_to(same) && info != same);
-    EXPECT_FALSE(info.can_update_from(same) || info.can_update_from(old));
 }
 
 TEST(ChannelInfo, NewestReportOverwritesAlsoWithOlderValuesAndLogsThem) {

@@ -1,14 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "nuv/channel_list.hpp"
 
-#include <gtest/gtest.h>
-
 #include <chrono>
-#include <cstdlib>
 
 #include "nuv_platform/fake/fake_platform.hpp"
-#include "support/channels.hpp"
-#include "support/json_text.hpp"
+#include "tests/support/channels.hpp"
+#include "tests/support/json_text.hpp"
+#include "tests/support/test.hpp"
 
 namespace nuv::test {
 
@@ -23,11 +21,6 @@ ChannelList list(const std::vector<int>& numbers, ChannelList::UpdateType type =
                                   5000000 + 5000 * channel_number, number < 0 ? 3U : 1U));
     }
     return ChannelList(entries, type);
-}
-
-TEST(ChannelList, UpdateChangesSomethingExactlyWhenItSaysSo) {
-    RandomChannels random;
-    expect_update_law<ChannelList>([&] { return random.list(); });
 }
 
 TEST(ChannelList, CompleteReportsDropWhatTheyLackAndPartialOnesDoNot) {

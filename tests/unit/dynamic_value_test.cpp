@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "nuv/dynamic_value.hpp"
 
-#include <gtest/gtest.h>
-
 #include <cmath>
 
-#include "support/channels.hpp"
+#include "tests/support/channels.hpp"
+#include "tests/support/test.hpp"
 
 namespace nuv::test {
 

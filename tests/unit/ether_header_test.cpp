@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "nuv/ether_header.hpp"
 
-#include <gtest/gtest.h>
-
 #include <iomanip>
 
-#include "support/json_text.hpp"
+#include "tests/support/json_text.hpp"
+#include "tests/support/test.hpp"
 
 using nuv::EtherHeader;
 

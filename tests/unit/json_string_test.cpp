@@ -1,9 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "nuv/json_string.hpp"
 
-#include <gtest/gtest.h>
-
-#include <map>
+#include "tests/support/test.hpp"
 
 using nuv::serialization::json_string_escape;
 using nuv::serialization::json_string_unescape;

@@ -1,14 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "nuv/limited_istream.hpp"
 
-#include <gtest/gtest.h>
-
-#include <limits>
-#include <sstream>
-#include <stdexcept>
-#include <type_traits>
-
 #include "nuv_platform/fake/fake_platform.hpp"
+#include "tests/support/failures.hpp"
+#include "tests/support/test.hpp"
 
 namespace nuv {
 namespace {
@@ -16,53 +11,50 @@ namespace {
 static_assert(!std::is_copy_constructible_v<LimitedIStream> &&
               !std::is_move_constructible_v<LimitedIStream>);
 
-std::string read(std::istream& is, int n) {
+/// In one operation, or one by one.
+std::string read(std::istream& is, int n, bool at_once = true) {
     std::string text(static_cast<std::size_t>(n), '\0');
-    is.read(text.data(), n);
-    text.resize(static_cast<std::size_t>(is.gcount()));
+    if (at_once) {
+        is.read(text.data(), n);
+        text.resize(static_cast<std::size_t>(is.gcount()));
+        return text;
+    }
+    text.clear();
+    for (int c = 0; n > 0 && (c = is.get()) != std::istream::traits_type::eof(); --n) {
+        text += static_cast<char>(c);
+    }
     return text;
 }
 
 TEST(LimitedIStream, MovesTheParentBehindTheRangeReadOrNot) {
-    const struct {
-        int limit, read;
-        const char* text;
-        bool eof;
-        int parent;
-    } cases[] = {
-        {0, 1, "", true, 1},       {5, 2, "bc", false, 6},         {5, 10, "bcdef", true, 6},
-        {5, 5, "bcdef", false, 6}, {9, 9, "bcdefghij", false, 10},
+    constexpr std::int64_t unlimited = std::numeric_limits<std::int64_t>::max();
+    // Limit and octets asked for; text, end of file, what is left to the limit, and where the parent
+    // stands: nowhere, where that is behind its end.
+    const std::tuple<std::int64_t, int, const char*, bool, std::int64_t, int> table[] = {
+        {0, 1, "", true, 0, 1},
+        {5, 2, "bc", false, 3, 6},
+        {5, 10, "bcdef", true, 0, 6},
+        {5, 5, "bcdef", false, 0, 6},
+        {9, 9, "bcdefghij", false, 0, 10},
+        {50, 50, "bcdefghij", true, 41, -1},
+        {unlimited, 50, "bcdefghij", true, unlimited - 10, -1},
     };
-    for (const auto& c : cases) {
-        std::istringstream parent("abcdefghij");
-        parent.get();
-        {
-            LimitedIStream limited(parent, c.limit);
-            EXPECT_EQ(limited.get_number_of_chars_to_limit(), c.limit);
-            EXPECT_EQ(read(limited, c.read), c.text);
-            EXPECT_EQ(limited.eof(), c.eof);
+    for (const auto& [limit, asked, text, eof, left, behind] : table) {
+        for (const bool at_once : {true, false}) {
+            std::istringstream parent("abcdefghij");
+            parent.get();
+            {
+                LimitedIStream limited(parent, limit);
+                EXPECT_EQ(limited.get_number_of_chars_to_limit(),
+                          limit == unlimited ? unlimited - 1 : limit);
+                EXPECT_EQ(read(limited, asked, at_once), text);
+                EXPECT_EQ(limited.eof(), eof);
+                EXPECT_EQ(limited.get_number_of_chars_to_limit(), left);
+                EXPECT_TRUE(parent.good()) << "reading does not touch the parent's state";
+            }
+            EXPECT_EQ(parent.tellg(), behind);
         }
-        EXPECT_TRUE(parent.good());
-        EXPECT_EQ(parent.tellg(), c.parent);
     }
-}
-
-TEST(LimitedIStream, CountsToTheLimitAlsoWhereTheParentEndsBefore) {
-    std::istringstream parent("0123456789");
-    {
-        LimitedIStream limited(parent, 50);
-        EXPECT_EQ(read(limited, 50), "0123456789");
-        EXPECT_EQ(limited.get_number_of_chars_to_limit(), 40);
-        EXPECT_TRUE(parent.good()) << "reading does not touch the parent's state";
-    }
-    EXPECT_TRUE(parent.fail()) << "a string stream has no position behind its end";
-}
-
-TEST(LimitedIStream, GreatestLimitIsNoLimit) {
-    std::istringstream parent("abc");
-    parent.get();
-    LimitedIStream limited(parent, std::numeric_limits<std::int64_t>::max());
-    EXPECT_EQ(read(limited, 9), "bc");
 }
 
 TEST(LimitedIStream, PositionsAreTheParents) {
@@ -126,17 +118,11 @@ TEST(LimitedIStream, LeavesAFailedParentWhereItStands) {
 }
 
 TEST(LimitedIStream, NeedsABufferWithAPosition) {
-    class Pipe : public std::streambuf {
-    } pipe;
+    test::FullBuffer pipe(0);
     std::istream unseekable(&pipe);
     std::istream none(nullptr);
-    const auto text = [](std::istream& is) -> std::string {
-        try {
-            const LimitedIStream limited(is, 1);
-        } catch (const std::logic_error& e) {
-            return e.what();
-        }
-        return {};
+    const auto text = [](std::istream& is) {
+        return test::message_of<std::logic_error>([&] { LimitedIStream(is, 1); });
     };
     EXPECT_EQ(text(unseekable),
               "Failed to fetch the current read position of the underlying streambuf");
@@ -151,22 +137,14 @@ TEST(LimitedIStream, LogsAFailureOfItsSeekWhereTheParentThrowsIt) {
 
     parent.clear();
     parent.exceptions(std::ios_base::failbit);
-    std::string failure;
-    try {
-        parent.setstate(std::ios_base::failbit);
-    } catch (const std::ios_base::failure& e) {
-        failure = e.what();
-    }
+    const std::string failure =
+        test::message_of<std::ios_base::failure>([&] { parent.setstate(std::ios_base::failbit); });
     parent.clear();
     { const LimitedIStream limited(parent, 50); }
-    ASSERT_EQ(fake.log().records().size(), 1U);
-    const auto record = fake.log().records().front();
-    EXPECT_EQ(record.text, "Failed to seek to the limit (50): " + failure);
-    EXPECT_EQ(record.level, 0);
-    EXPECT_EQ(record.module, "LimitedIStream");
-    EXPECT_EQ(record.file, "src/shared/limited_istream");
-    EXPECT_EQ(record.function, "~LimitedIStream");
-    EXPECT_EQ(record.line, 169);
+    EXPECT_EQ(fake.log().records(),
+              (std::vector<platform::FakeLog::Record>{
+                  {0, "default", "LimitedIStream", "src/shared/limited_istream", "~LimitedIStream",
+                   169, 0, "Failed to seek to the limit (50): " + failure}}));
 }
 
 TEST(LimitedInputStreambuf, SwapsWhatItReadsFromAndWhereItStands) {

@@ -1,17 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "internal/log_module.hpp"
 
-#include <gtest/gtest.h>
-
-#include <cstdint>
 #include <iomanip>
-#include <limits>
-#include <sstream>
-#include <string>
-#include <vector>
 
 #include "nuv/logging/chunk_io_manipulator.hpp"
 #include "nuv_platform/fake/fake_platform.hpp"
+#include "tests/support/test.hpp"
 
 namespace nuv::logging {
 namespace {

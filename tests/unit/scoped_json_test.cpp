@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "nuv/scoped_json.hpp"
 
-#include <gtest/gtest.h>
-
 #include "nuv/wrap_in_yajl.hpp"
-#include "support/json_text.hpp"
+#include "tests/support/json_text.hpp"
+#include "tests/support/test.hpp"
 
 namespace nuv::test {
 
@@ -15,10 +14,8 @@ TEST(ScopedJSON, TellsWhichStepFailedBehindThePrefix) {
     // The prefix is a temporary that is gone when the guard closes.
     const auto object = [](auto& s) { const ScopedJSONObject guard(s, std::string("p: ")); };
     const auto array = [](auto& s) { const ScopedJSONArray guard(s, std::string("p: ")); };
-    EXPECT_EQ(written(object, 0), "p: Could not open object");
-    EXPECT_EQ(written(object, 1), "p: Could not close object");
-    EXPECT_EQ(written(array, 0), "p: Could not open array");
-    EXPECT_EQ(written(array, 1), "p: Could not close array");
+    EXPECT_EQ(refusals(object), "p: Could not open object|p: Could not close object");
+    EXPECT_EQ(refusals(array), "p: Could not open array|p: Could not close array");
 }
 
 TEST(ScopedJSON, ClosesInSilenceWhileAnotherExceptionIsOnItsWay) {
@@ -26,8 +23,8 @@ TEST(ScopedJSON, ClosesInSilenceWhileAnotherExceptionIsOnItsWay) {
         const ScopedJSONArray guard(s, "p: ");
         throw SerializationException("other");
     };
-    EXPECT_EQ(written(unwound, 1), "other");
-    EXPECT_EQ(written([&](auto& s) { EXPECT_ANY_THROW(unwound(s)); }), "[]");
+    EXPECT_EQ(json_of(unwound, 1), "other");
+    EXPECT_EQ(json_of([&](auto& s) { EXPECT_ANY_THROW(unwound(s)); }), "[]");
 }
 
 TEST(WrapInYAJL, WrapsWhatTheFunctionWritesAndTellsWhichStepFailed) {
@@ -38,16 +35,19 @@ TEST(WrapInYAJL, WrapsWhatTheFunctionWritesAndTellsWhichStepFailed) {
             wrap_in_yajl_array(s, "a", [&] { wrap_in_yajl_array(s, nothing); });
         });
     };
-    const std::string wrapping = "Wrapping function call in ";
-    EXPECT_EQ(written(members, 0), wrapping + "object failed: Could not open object");
-    EXPECT_EQ(written(members, 3),
-              wrapping + "object \"\\\"\" failed: Failed to write wrapper object name");
-    EXPECT_EQ(written(members, 7), wrapping + "object \"\\\"\" failed: Could not close object");
-    EXPECT_EQ(written(members, 10),
-              wrapping + "array \"a\" failed: Failed to write wrapper array name");
-    EXPECT_EQ(written(members, 14), wrapping + "array failed: Could not open array");
-    EXPECT_EQ(written(members, 16), wrapping + "array \"a\" failed: Could not close array");
-    EXPECT_EQ(written(members), "{\"\\\"\":{},\"a\":[[]]}");
+    const std::string object = "Wrapping function call in object";
+    const std::string array = "Wrapping function call in array";
+    const std::string inner = object + R"( "\"" failed: )";
+    EXPECT_EQ(refusals(members), object + " failed: Could not open object|" + inner +
+                                     "Failed to write wrapper object name|" + inner +
+                                     "Could not open object|" + inner + "Could not close object|" +
+                                     array + " \"a\" failed: Failed to write wrapper array name|" +
+                                     array + " \"a\" failed: Could not open array|" + array +
+                                     " failed: Could not open array|" + array +
+                                     " failed: Could not close array|" + array +
+                                     " \"a\" failed: Could not close array|" + object +
+                                     " failed: Could not close object");
+    EXPECT_EQ(json_of(members), "{\"\\\"\":{},\"a\":[[]]}");
 }
 
 }  // namespace nuv::test

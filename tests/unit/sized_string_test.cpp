@@ -1,80 +1,55 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "nuv/sized_string.hpp"
 
-#include <gtest/gtest.h>
+#include "tests/support/codecs.hpp"
+#include "tests/support/test.hpp"
 
-#include "support/codecs.hpp"
-
-namespace nuv::serialization {
+namespace nuv::test {
 namespace {
 
-using test::message_of;
-
-std::string write(const std::string& s, std::uint8_t min, std::uint8_t max) {
-    std::ostringstream os;
-    SerializationContext ctx;
-    EXPECT_EQ(message_of([&] { serialize_string_with_uint8_size(os, ctx, s, min, max); }), "");
-    return os.str();
-}
-
-TEST(SizedString, IsALengthOctetAndTheBytes) {
-    EXPECT_EQ(write("", 0, 32), std::string(1, '\0'));
-    EXPECT_EQ(write(std::string(255, 'x'), 0, 255), "\xFF" + std::string(255, 'x'));
-
-    std::istringstream is(
-        "\x03"
-        "abcd");
-    SerializationContext ctx;
-    std::string out = "before";
-    deserialize_string_with_uint8_size(is, ctx, out, 3, 3);
-    EXPECT_EQ(out, "abc");
-    EXPECT_EQ(is.tellg(), 4);
-}
-
 TEST(SizedString, WritingPrintsTheLengthOutOfRangeAsNumber) {
-    const struct {
-        std::size_t size;
-        std::uint8_t min, max;
-        const char* message;
-    } cases[] = {
+    const std::tuple<std::size_t, std::uint8_t, std::uint8_t, const char*> table[] = {
+        {0, 0, 32, ""},
+        {255, 0, 255, ""},
         {33, 0, 32, "Size 33 is not in the range [0, 32]"},
         {40, 1, 32, "Size 40 is not in the range [1, 32]"},
         {0, 1, 32, "Size 0 is not in the range [1, 32]"},
         {300, 0, 255, "Size 300 is not in the range [0, 255]"},
     };
-    for (const auto& c : cases) {
+    for (const auto& [size, min, max, message] : table) {
+        const std::string text(size, 'x');
         std::ostringstream os;
         SerializationContext ctx;
         EXPECT_EQ(message_of([&] {
-                      serialize_string_with_uint8_size(os, ctx, std::string(c.size, 'x'), c.min,
-                                                       c.max);
+                      serialization::serialize_string_with_uint8_size(os, ctx, text, min, max);
                   }),
-                  c.message);
-        EXPECT_EQ(os.str(), "") << "nothing is written";
+                  message);
+        EXPECT_EQ(os.str(), *message == '\0' ? static_cast<char>(size) + text : "");
     }
 }
 
 TEST(SizedString, ReadingPrintsTheLengthOutOfRangeAsCharacter) {
-    const struct {
-        std::string bytes;
-        const char* message;
-        int consumed;
-    } cases[] = {
-        {"\x41xyz", "Size A is not in the range [1, 32]", 1},
-        {std::string(1, '\0'), "Size ", 1},  // a NUL ends what() there
-        {"\x03xy", "Deserialization of type char failed.", -1},
-        {"", "Deserialization of type std::uint8_t failed.", -1},
+    const std::tuple<std::string, const char*, const char*, int> table[] = {
+        {"\x03"
+         "abcd",
+         "", "abc", 4},
+        {"\x41xyz", "Size A is not in the range [1, 32]", "before", 1},
+        {std::string(1, '\0'), "Size ", "before", 1},  // a NUL ends what() there
+        {"\x03xy", "Deserialization of type char failed.", "before", -1},
+        {"", "Deserialization of type std::uint8_t failed.", "before", -1},
     };
-    for (const auto& c : cases) {
-        std::istringstream is(c.bytes);
+    for (const auto& [bytes, message, text, consumed] : table) {
+        std::istringstream is(bytes);
         SerializationContext ctx;
         std::string out = "before";
-        EXPECT_EQ(message_of([&] { deserialize_string_with_uint8_size(is, ctx, out, 1, 32); }),
-                  c.message);
-        EXPECT_EQ(out, "before");
-        EXPECT_EQ(is.tellg(), c.consumed) << "the length octet is consumed";
+        EXPECT_EQ(message_of([&] {
+                      serialization::deserialize_string_with_uint8_size(is, ctx, out, 1, 32);
+                  }),
+                  message);
+        EXPECT_EQ(out, text);
+        EXPECT_EQ(is.tellg(), consumed) << "the length octet is consumed";
     }
 }
 
 }  // namespace
-}  // namespace nuv::serialization
+}  // namespace nuv::test

@@ -1,16 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "nuv/wlan_radio.hpp"
 
-#include <gtest/gtest.h>
-
-#include "support/channels.hpp"
+#include "tests/support/channels.hpp"
+#include "tests/support/test.hpp"
 
 namespace nuv::test {
-
-TEST(WLANRadio, UpdateChangesSomethingExactlyWhenItSaysSo) {
-    RandomChannels random;
-    expect_update_law<WLANRadio>([&] { return random.radio(); });
-}
 
 TEST(WLANRadio, UpdateAddsAbilitiesAndNeverReplacesTheIdentifier) {
     const auto wide = ChannelWidth::HT80;

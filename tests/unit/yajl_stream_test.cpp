@@ -1,11 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "nuv/yajl_stream.hpp"
 
-#include <gtest/gtest.h>
-
-#include <vector>
-
-#include "support/json_text.hpp"
+#include "tests/support/json_text.hpp"
+#include "tests/support/test.hpp"
 
 using nuv::test::FullBuffer;
 using nuv::test::YAJLStream;

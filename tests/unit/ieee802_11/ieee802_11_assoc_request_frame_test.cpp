@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "nuv/ieee802_11/ieee802_11_assoc_request_frame.hpp"
 
-#include <gtest/gtest.h>
 #include <unistd.h>
 
 #include <filesystem>
@@ -13,7 +12,8 @@
 #include "nuv/ieee802_11/ieee802_11_multi_link.hpp"
 #include "nuv/ieee802_11/ieee802_11_rsn_element.hpp"
 #include "nuv_platform/fake/fake_platform.hpp"
-#include "support/elements.hpp"
+#include "tests/support/codecs.hpp"
+#include "tests/support/test.hpp"
 
 namespace nuv::ieee802_11 {
 namespace {
@@ -43,22 +43,19 @@ std::string eht(std::size_t maps) {
     return test::to_hex(octets) + " ";
 }
 
-/// Reads a frame; expects that to succeed.
+/// Reads a frame; expects that to succeed and to end in this state.
 AssocRequestFrame read(const std::string& hex,
                        std::ios_base::iostate state = std::ios_base::eofbit) {
     serialization::SerializationContext ctx;
     AssocRequestFrame frame;
-    EXPECT_EQ(
-        test::message_of([&] { EXPECT_EQ(frame.deserialize(test::from_hex(hex), ctx), state); }),
-        "")
-        << hex;
+    EXPECT_EQ(frame.deserialize(test::from_hex(hex), ctx), state) << hex;
     return frame;
 }
 
 std::string write(const AssocRequestFrame& frame) {
-    const std::string hex = test::written(frame);
-    EXPECT_EQ(test::from_hex(hex).size(), frame.get_length());
-    return hex + " ";
+    const std::string hex = test::written(frame) + " ";
+    EXPECT_EQ(hex.size(), 3 * frame.get_length());
+    return hex;
 }
 
 TEST(AssocRequestFrame, ReadsItsFixedFields) {
@@ -80,12 +77,12 @@ TEST(AssocRequestFrame, ReadsItsFixedFields) {
 
 TEST(AssocRequestFrame, LogsWhyAnExtensionCannotBeReadAndWhatEHTLacks) {
     platform::FakePlatform fake;
-    const test::Octets octets = test::from_hex(fixed + "ff 01");
     serialization::SerializationContext ctx;
     AssocRequestFrame frame;
-    EXPECT_THROW(frame.deserialize(octets, ctx), serialization::SerializationException);
-    EXPECT_THROW(frame.deserialize(std::span(octets).first(octets.size() - 1), ctx),
-                 serialization::SerializationException);
+    for (const char* cut : {"ff 01", "ff"}) {
+        EXPECT_THROW(frame.deserialize(test::from_hex(fixed + cut), ctx),
+                     serialization::SerializationException);
+    }
     EXPECT_THROW(Container().create_extended_element(Ext::EHT_CAPABILITIES),
                  serialization::SerializationException);
     EXPECT_EQ(fake.log().texts(), (std::vector<std::string>{
@@ -97,11 +94,6 @@ TEST(AssocRequestFrame, LogsWhyAnExtensionCannotBeReadAndWhatEHTLacks) {
         EXPECT_EQ(record.module, "assoc_request_frame");
         EXPECT_EQ(record.file, "src/shared/ieee802_11/ieee802_11_assoc_request_frame");
     }
-}
-
-TEST(AssocRequestFrame, ElementRunningPastTheEndIsAcceptedWhenItsFieldsAreThere) {
-    const auto frame = read(fixed + "36 09 12 34 02", std::ios_base::failbit);
-    EXPECT_NE(frame.get_optional_element_by_id(ID::MOBILITY_DOMAIN), nullptr);
 }
 
 TEST(AssocRequestFrame, FileStreamsSeekPastTheirEnd) {
@@ -149,13 +141,11 @@ TEST(AssocRequestFrame, WritesInSlotOrderVendorsAndMappingsLast) {
 
 TEST(AssocRequestFrame, SurplusElementsOfTheListsAreLoggedAndDropped) {
     platform::FakePlatform fake;
-    std::string hex = fixed;
+    std::string vendors;
     for (int n = 0; n < 11; ++n) {
-        hex += vendor;
+        vendors += vendor;
     }
-    serialization::SerializationContext ctx;
-    AssocRequestFrame frame;
-    frame.deserialize(test::from_hex(hex + ttlm + ttlm + ttlm + ht), ctx);
+    const auto frame = read(fixed + vendors + ttlm + ttlm + ttlm + ht);
     EXPECT_EQ(frame.get_vendor_specific_vector().size(), 10U);
     EXPECT_EQ(frame.get_ttlm_vector().size(), 2U);
     EXPECT_NE(frame.get_optional_element<IEEE802_11_HTCapabilities>(), nullptr)
@@ -173,12 +163,9 @@ TEST(AssocRequestFrame, HECapabilitiesShapeTheEHTCapabilities) {
         const bool has_160 = (width & 4U) != 0;
         const std::size_t maps =
             (width == 0 ? 4U : 0U) + (up_to_80 ? 3U : 0U) + (has_160 ? 3U : 0U);
-        const std::string he_hex = test::to_hex({static_cast<std::uint8_t>(width << 1U)});
-        std::string he_element = he(he_hex);
-        for (unsigned map = (width >> 2U & 1U) + (width >> 3U & 1U); map > 0; --map) {
-            he_element += "00 00 00 00 ";
-        }
-        test::Octets octets = test::from_hex(he_element);
+        test::Octets octets =
+            test::from_hex(he(test::to_hex({static_cast<std::uint8_t>(width << 1U)})));
+        octets.resize(octets.size() + 4 * ((width >> 2U & 1U) + (width >> 3U & 1U)));
         octets[1] = static_cast<std::uint8_t>(octets.size() - 2);
         const auto frame = read(fixed + test::to_hex(octets) + " " + eht(maps));
         const auto* element = frame.get_optional_element<IEEE802_11_EHTCapabilities>();
@@ -190,12 +177,9 @@ TEST(AssocRequestFrame, HECapabilitiesShapeTheEHTCapabilities) {
 
 TEST(AssocRequestFrame, RereadingReplacesEverything) {
     const auto first = read(fixed + rsn + vendor + ttlm);
-    serialization::SerializationContext ctx;
-    AssocRequestFrame used;
-    used.deserialize(test::from_hex(fixed + ht + vendor + vendor), ctx);
+    AssocRequestFrame used = read(fixed + ht + vendor + vendor);
     EXPECT_FALSE(used == first);
-    used.deserialize(test::from_hex(fixed + rsn + vendor + ttlm), ctx);
-    EXPECT_TRUE(used == first);
+    EXPECT_TRUE(test::read_as(fixed + rsn + vendor + ttlm, std::move(used)) == first);
 }
 
 TEST(AssocRequestFrame, MovedFromHoldsNothing) {
@@ -206,30 +190,25 @@ TEST(AssocRequestFrame, MovedFromHoldsNothing) {
     EXPECT_EQ(from.get_optional_elements().get_length(), 0U);
 }
 
-TEST(ElementContainer, EveryIdentifierHasItsSlotAndClass) {
+TEST(ElementContainer, EveryIdentifierHasItsSlot) {
     const std::vector<unsigned> slots{
         1,  50,  33,  36,  48,  46,  70,  54,       59,  45,       72,       127,       89,
         94, 107, 158, 148, 170, 191, 199, 256 + 35, 244, 256 + 56, 256 + 59, 256 + 107, 256 + 108};
-    const std::vector<unsigned> typed{1,  33, 36, 45, 46,  48,  50,  54,
-                                      59, 70, 89, 94, 127, 170, 191, 199};
-    const auto expected = [&](unsigned key) {
-        return static_cast<std::size_t>(std::find(slots.begin(), slots.end(), key) - slots.begin());
-    };
     for (unsigned n = 0; n < 256; ++n) {
         const ID id{static_cast<std::uint8_t>(n)};
         const Ext extension{static_cast<std::uint8_t>(n)};
-        EXPECT_EQ(Container::map_element_id_to_member(id), expected(n)) << n;
-        EXPECT_EQ(Container::map_extended_element_id_to_member(extension), expected(256 + n)) << n;
+        const auto slot = std::ranges::find(slots, n) - slots.begin();
+        const auto extended_slot = std::ranges::find(slots, 256 + n) - slots.begin();
+        EXPECT_EQ(static_cast<int>(Container::map_element_id_to_member(id)), slot) << n;
+        EXPECT_EQ(static_cast<int>(Container::map_extended_element_id_to_member(extension)),
+                  extended_slot)
+            << n;
         if (id != ID::ELEMENT_ID_EXTENSION) {
-            const auto element = Container::create_element(id);
-            EXPECT_EQ(element->get_type(), id);
-            EXPECT_EQ(element->is_dummy(), std::find(typed.begin(), typed.end(), n) == typed.end())
-                << n;
+            EXPECT_EQ(Container::create_element(id)->get_type(), id);
         }
         if (extension != Ext::EHT_CAPABILITIES) {
-            const auto element = Container().create_extended_element(extension);
-            EXPECT_EQ(element->get_type(), ID::ELEMENT_ID_EXTENSION);
-            EXPECT_EQ(element->is_dummy(), n != 35 && n != 56 && n != 107 && n != 109) << n;
+            EXPECT_EQ(Container().create_extended_element(extension)->get_type(),
+                      ID::ELEMENT_ID_EXTENSION);
         }
     }
     EXPECT_EQ(test::message_of([] { Container::create_element(ID::ELEMENT_ID_EXTENSION); }),

@@ -1,13 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "nuv/ieee802_11/ieee802_11_measurement_report.hpp"
 
-#include <gtest/gtest.h>
-
-#include <stdexcept>
-#include <type_traits>
-
 #include "nuv/ieee802_11/ieee802_11_beacon_report.hpp"
-#include "support/elements.hpp"
+#include "tests/support/codecs.hpp"
+#include "tests/support/test.hpp"
 
 namespace nuv::ieee802_11 {
 namespace {
@@ -19,16 +15,7 @@ using ID = IEEE802_11_Element_ID;
 
 static_assert(!std::is_copy_constructible_v<Report> && std::is_move_constructible_v<Report>);
 
-/// The message of the std::invalid_argument that `function` throws.
-template <class Function>
-std::string refusal(Function function) {
-    try {
-        function();
-    } catch (const std::invalid_argument& e) {
-        return e.what();
-    }
-    return {};
-}
+std::string refusal(auto function) { return test::message_of<std::invalid_argument>(function); }
 
 TEST(MeasurementReport, RefusesFieldsOfAnotherType) {
     const auto beacon = std::make_shared<Beacon>(std::uint8_t{0});
@@ -73,44 +60,11 @@ TEST(MeasurementReport, LengthIsKeptInEightBits) {
     const Report report(1, 0, MeasurementType::BEACON, beacon);
     for (const unsigned body : {222U, 223U, 224U, 225U, 226U, 255U}) {
         beacon->set_reported_frame_body(Dummy(ID{1}, static_cast<std::uint16_t>(body)));
-        const auto octets = test::write(report).octets;
+        const auto octets = test::from_hex(test::written(report));
         EXPECT_EQ(octets.size(), 33 + body);
         EXPECT_EQ(report.get_length(), octets.size() % 256);
         EXPECT_EQ(octets[1], (octets.size() - 2) % 256);
     }
-}
-
-TEST(MeasurementReport, ChecksItsIdentifierBeforeItsLength) {
-    serialization::SerializationContext ctx;
-    Report report;
-    EXPECT_EQ(test::message_of([&] { report.deserialize(test::from_hex("28"), ctx); }),
-              "Invalid ID");
-}
-
-TEST(MeasurementReport, TextNamesItsParts) {
-    const auto text = [](const Report& report) { return (std::ostringstream() << report).str(); };
-    Report report(7, 4, MeasurementType::BEACON, nullptr);
-    const std::string head =
-        " (length incl. ID and length field)\n7 (token)\n00000100 (mode)\nBEACON (type field)\n";
-    EXPECT_EQ(text(report), "39 (id)\n5" + head + "empty");
-
-    auto beacon = std::make_shared<Beacon>(81, 6, 1000, 100, 7, 140, 48,
-                                           MACAddress("00:11:22:33:44:55"), 1, 5000);
-    const std::string fields =
-        "0 (max-consume-length)\n81 (operating class)\n6 (channel number)\n"
-        "1000 (measurement start time)\n100 (measurement_duration)\n"
-        "00000111 (reported frame information)\n140 (RCPI)\n48 (RSNI)\n"
-        "00:11:22:33:44:55 (BSSID)\n1 (antenna ID)\n5000 (parent TSF)\n";
-    report.set_measurement_report_field(beacon);
-    EXPECT_EQ(text(report), "39 (id)\n31" + head + "BEACON (type actual)\n26 (byte length)\n" +
-                                fields + "0 (vendor elements)\n (report)");
-    beacon->set_reported_frame_body(Dummy(ID{1}, 2));
-    beacon->set_bandwidth_channel_switch(Dummy(ID{163}, 3));
-    beacon->set_vendor_specific({Dummy(ID{221}, 4)});
-    EXPECT_EQ(text(report),
-              "39 (id)\n46" + head + "BEACON (type actual)\n41 (byte length)\n" + fields +
-                  "included (reported frame body)\nincluded (wide bandwith channel switch)\n"
-                  "1 (vendor elements)\n (report)");
 }
 
 }  // namespace

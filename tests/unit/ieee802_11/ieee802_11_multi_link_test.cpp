@@ -1,20 +1,19 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "nuv/ieee802_11/ieee802_11_multi_link.hpp"
 
-#include <gtest/gtest.h>
-
 #include "nuv/ieee802_11.hpp"
-#include "tests/support/elements.hpp"
-#include "tools/vectors/vectors.hpp"
+#include "tests/support/codec_checks.hpp"
+#include "tests/support/codecs.hpp"
+#include "tests/support/test.hpp"
+#include "tests/support/vectors.hpp"
 
 namespace nuv::ieee802_11 {
 namespace {
 
 using MultiLink = IEEE802_11_MultiLink;
 using Profile = IEEE802_11_PerSTAProfile;
-using test::as_written;
-using test::FieldText;
 using test::read_as;
+using test::written;
 
 const MACAddress mld("02:4E:55:56:70:BE");
 
@@ -42,7 +41,7 @@ TEST(MultiLink, NamesEveryFieldOfTheCommonInfo) {
     other.set_body(0x0011, {0x02, 0x00});
     EXPECT_EQ(other, sample("probe_request"));
     other.set_body(0x0011, {});
-    EXPECT_EQ(as_written(other), "Invalid length");
+    EXPECT_EQ(written(other), "Invalid length");
     // Its bits mean something else in another type.
     EXPECT_EQ(sample("probe_request").get_link_id(), std::nullopt);
 }
@@ -64,10 +63,8 @@ TEST(MultiLink, NamesEveryFieldOfAProfile) {
 }
 
 TEST(MultiLink, TypesTheElementsOfAProfileAsAFrameDoes) {
-    AssocRequestFrame frame;
-    serialization::SerializationContext ctx;
-    const test::Octets station = test::vectors("station_8").at(0).octets;
-    frame.deserialize(std::span(station).subspan(test::mac_header_length), ctx);
+    const std::string station = test::to_hex(test::vectors("station_8").at(0).octets);
+    const auto frame = read_as<AssocRequestFrame>(station.substr(3 * test::mac_header_length));
     const auto* element = frame.get_optional_element<MultiLink>();
     ASSERT_NE(element, nullptr);
     const auto& links = element->get_link_info();
@@ -81,14 +78,14 @@ TEST(MultiLink, TypesTheElementsOfAProfileAsAFrameDoes) {
     const auto& second = dynamic_cast<const Profile&>(links[1]).get_elements();
     EXPECT_EQ(second.find<IEEE802_11_EHTCapabilities>()->get_160_mhz_mcs_nss_map(),
               IEEE802_11_EHTCapabilities::EHT_MCS_NSS_MAP());
-    EXPECT_EQ(FieldText(*second.find<IEEE802_11_SupportedRatesBSSMembershipSelector>()).str(),
-              "supported_rates=[=130 =132 =139 =150 =12 =18 =24 =36 ] ");
+    EXPECT_EQ(test::field_text(*second.find<IEEE802_11_SupportedRatesBSSMembershipSelector>()),
+              "supported_rates=[=130 =132 =139 =150 =12 =18 =24 =36 ]");
 }
 
 TEST(MultiLink, IsBuiltLinkByLink) {
     MultiLink element;
     element.set_mld_mac_address(mld);
-    EXPECT_EQ(as_written(element), "ff 0a 6b 00 00 07 02 4e 55 56 70 be");
+    EXPECT_EQ(written(element), "ff 0a 6b 00 00 07 02 4e 55 56 70 be");
     element.set_mld_capabilities(0x0061);
     auto profile = std::make_unique<Profile>(2);
     profile->set_complete(true);
@@ -102,7 +99,7 @@ TEST(MultiLink, IsBuiltLinkByLink) {
     profile->get_elements().add_element(std::move(non_inheritance));
     element.get_link_info().add_element(std::move(profile));
     // The Non-Inheritance element's Length promises an octet more than it writes, here as well.
-    EXPECT_EQ(as_written(element),
+    EXPECT_EQ(written(element),
               "ff 20 6b 00 01 09 02 4e 55 56 70 be 61 00"
               " 00 12 32 02 08 02 4e 55 56 82 be 05 11 11 ff 05 38 01 2d 00");
     EXPECT_EQ(element.get_length(), 34U);
@@ -116,31 +113,24 @@ TEST(MultiLink, IsBuiltLinkByLink) {
 }
 
 TEST(MultiLink, StandsInANeighborReportUnderAnIdOfItsOwn) {
-    const MultiLink report(MultiLink::Mode::NEIGHBOR_REPORT);
-    const auto read = [](std::string_view hex) {
-        return read_as<MultiLink>(hex, MultiLink(MultiLink::Mode::NEIGHBOR_REPORT));
-    };
-    const MultiLink element = read("c9 0a 10 00 08 02 4e 55 56 70 be 03");
+    const auto element =
+        read_as("c9 0a 10 00 08 02 4e 55 56 70 be 03", MultiLink(MultiLink::Mode::NEIGHBOR_REPORT));
     EXPECT_EQ(element.get_link_id(), 3);
-    EXPECT_EQ(as_written(element), "c9 0a 10 00 08 02 4e 55 56 70 be 03");
-    serialization::SerializationContext ctx;
-    for (const auto& [hex, error] : std::initializer_list<std::pair<const char*, const char*>>{
-             {"c9 03 01 00 00", "Only Basic Multi-Link elements allowed in Neighbor Report"},
-             {"ff 03 01 00 00", "Invalid ID"},
-             {"c9 08 00 00 07 02 4e 55 56 70", "Invalid length"}}) {
-        MultiLink refused(MultiLink::Mode::NEIGHBOR_REPORT);
-        const test::Octets octets = test::from_hex(hex);
-        EXPECT_EQ(test::message_of([&] { refused.deserialize(octets, ctx); }), error);
-    }
+    EXPECT_EQ(written(element), "c9 0a 10 00 08 02 4e 55 56 70 be 03");
+    MultiLink refused(MultiLink::Mode::NEIGHBOR_REPORT);
+    EXPECT_EQ(test::read_octets("c9 03 01 00 00", refused),
+              "Only Basic Multi-Link elements allowed in Neighbor Report");
+    EXPECT_EQ(test::read_octets("ff 03 01 00 00", refused), "Invalid ID");
+    EXPECT_EQ(test::read_octets("c9 08 00 00 07 02 4e 55 56 70", refused), "Invalid length");
     MultiLink probe = sample("probe_request");
-    EXPECT_EQ(as_written(probe), "ff 05 6b 11 00 02 00");
+    EXPECT_EQ(written(probe), "ff 05 6b 11 00 02 00");
     EXPECT_THROW(probe.set_mld_capabilities(3), std::logic_error);
     probe.set_mode(MultiLink::Mode::NEIGHBOR_REPORT);
-    EXPECT_EQ(as_written(probe), "Only Basic Multi-Link elements allowed in Neighbor Report");
+    EXPECT_EQ(written(probe), "Only Basic Multi-Link elements allowed in Neighbor Report");
 }
 
 TEST(MultiLink, IsPutTogetherFromFragmentsAndTakenApartAgain) {
-    const auto make = [] { return std::make_unique<MultiLink>(); };
+    const test::Maker<test::Element> make = [] { return std::make_unique<MultiLink>(); };
     for (const test::Sample& sample : test::vectors("fragmented_multi_link")) {
         test::Octets octets = sample.octets;
         EXPECT_EQ(test::check_ways_of_reading_agree(make, octets), "") << sample.name;
@@ -151,20 +141,20 @@ TEST(MultiLink, IsPutTogetherFromFragmentsAndTakenApartAgain) {
         EXPECT_EQ(reading.error, sample.error) << sample.name;
         if (reading.ok()) {
             EXPECT_EQ(static_cast<std::size_t>(reading.position), sample.octets.size());
-            EXPECT_EQ(as_written(*reading.object), test::to_hex(sample.written)) << sample.name;
+            EXPECT_EQ(written(*reading.object), test::to_hex(sample.written)) << sample.name;
             EXPECT_EQ(reading.object->get_length(), sample.written.size()) << sample.name;
         }
     }
 }
 
 TEST(MultiLink, ContinuesNoLongerThanAFrameMay) {
+    MultiLink refused;
     test::Octets octets;
     for (unsigned piece = 0; piece < 60; ++piece) {
         octets.insert(octets.end(), {static_cast<std::uint8_t>(piece == 0 ? 0xFF : 0xF2), 0xFF});
         octets.resize(octets.size() + 255, 0x6B);
     }
-    EXPECT_EQ(test::read_from_memory(std::make_unique<MultiLink>(), octets).error,
-              "Invalid length");
+    EXPECT_EQ(test::read_octets(test::to_hex(octets), refused), "Invalid length");
 }
 
 }  // namespace

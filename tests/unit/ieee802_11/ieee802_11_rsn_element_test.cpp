@@ -1,18 +1,15 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "nuv/ieee802_11/ieee802_11_rsn_element.hpp"
 
-#include <gtest/gtest.h>
-
-#include <set>
-
 #include "nuv/ieee802_11/rsn_security.hpp"
-#include "support/elements.hpp"
+#include "tests/support/codecs.hpp"
+#include "tests/support/test.hpp"
 
 namespace nuv::ieee802_11 {
 namespace {
 
-using test::as_written;
 using test::read_as;
+using test::written;
 
 using RSN = IEEE802_11_RSNElement;
 using Suite = IEEE802_11_CipherSuite;
@@ -48,8 +45,8 @@ TEST(RSNElement, ReadsThePartsInOrder) {
 TEST(CipherSuite, IsReadFromExactlyTheTextThatItIsWrittenAs) {
     Suite suite;
     for (unsigned type = 0; type < 256; ++type) {
-        const Suite written({0x12, 0xAB, 0x0F}, static_cast<std::uint8_t>(type));
-        EXPECT_TRUE(suite.parse_string(written.to_string()) && suite == written) << type;
+        const Suite any({0x12, 0xAB, 0x0F}, static_cast<std::uint8_t>(type));
+        EXPECT_TRUE(suite.parse_string(any.to_string()) && suite == any) << type;
     }
     for (const char* other : {"", "12-AB-0F", "12-AB-0F:", "12-AB-0F:256", "12-AB-0F:04",
                               "12-ab-0F:4", "2-AB-0F:4", "12:AB:0F:4", "12-AB-0F:4 "}) {
@@ -62,9 +59,7 @@ TEST(RSNElement, EveryLengthOfZerosBehindTheVersionHasItsOutcome) {
     const std::set<unsigned> whole{2, 4, 6, 8, 10, 12, 14, 18};
     for (unsigned length = 2; length <= 60; ++length) {
         RSN element;
-        serialization::SerializationContext ctx;
-        const auto octets = test::from_hex(rsn("01 00" + repeat(length - 2, "00")));
-        EXPECT_EQ(test::message_of([&] { element.deserialize(octets, ctx); }),
+        EXPECT_EQ(test::read_octets(rsn("01 00" + repeat(length - 2, "00")), element),
                   whole.contains(length) ? "" : "Sanity Check: Unconsumed length")
             << length;
     }
@@ -75,35 +70,34 @@ TEST(RSNElement, IsWrittenUpToItsLastPresentPart) {
     const std::string present[] = {
         " 00 0f ac 02", " 01 00 00 0f ac 04",        " 01 00 00 0f ac 01",
         " 01 00",       " 01 00" + repeat(16, "05"), " 00 0f ac 06"};
+    RSN::PMKID pmkid{};
+    pmkid.fill(5);
     for (unsigned parts = 0; parts < 64; ++parts) {
-        RSN element;
+        const std::bitset<6> has(parts);
         std::string body = "01 00";
-        for (unsigned part = 0; part < 6; ++part) {
-            if (parts >> part != 0) {
-                body += (parts >> part & 1U) != 0 ? present[part] : absent[part];
-            }
+        for (unsigned part = 0; parts >> part != 0; ++part) {
+            body += has[part] ? present[part] : absent[part];
         }
-        RSN::PMKID pmkid{};
-        pmkid.fill(5);
-        if ((parts & 1U) != 0) {
+        RSN element;
+        if (has[0]) {
             element.set_group_data(Suite(2));
         }
-        element.set_pairwise_cipher_list((parts & 2U) != 0 ? RSN::Suites{Suite(4)} : RSN::Suites{});
-        element.set_akm_suite_list((parts & 4U) != 0 ? RSN::Suites{Suite(1)} : RSN::Suites{});
-        element.set_rsn_capabilities((parts & 8U) != 0 ? 1 : 0);
-        element.set_pmkid_list((parts & 16U) != 0 ? RSN::PMKIDs{pmkid} : RSN::PMKIDs{});
-        if ((parts & 32U) != 0) {
+        element.set_pairwise_cipher_list(has[1] ? RSN::Suites{Suite(4)} : RSN::Suites{});
+        element.set_akm_suite_list(has[2] ? RSN::Suites{Suite(1)} : RSN::Suites{});
+        element.set_rsn_capabilities(has[3] ? 1 : 0);
+        element.set_pmkid_list(has[4] ? RSN::PMKIDs{pmkid} : RSN::PMKIDs{});
+        if (has[5]) {
             element.set_group_management_cipher(Suite(6));
         }
-        EXPECT_EQ(as_written(element), rsn(body)) << parts;
-        EXPECT_EQ(element.has_group_data(), (parts & 1U) != 0);
-        EXPECT_EQ(element.has_pmkid_list(), (parts & 16U) != 0);
-        EXPECT_EQ(element.has_group_management_cipher(), (parts & 32U) != 0);
+        EXPECT_EQ(written(element), rsn(body)) << parts;
+        EXPECT_EQ(element.has_group_data(), has[0]);
+        EXPECT_EQ(element.has_pmkid_list(), has[4]);
+        EXPECT_EQ(element.has_group_management_cipher(), has[5]);
     }
 }
 
 TEST(RSNElement, ZeroCapabilitiesCountAsAbsent) {
-    EXPECT_EQ(as_written(read_as<RSN>("30 0e 01 00 00 0f ac 04 00 00 00 00 00 00 00 00")),
+    EXPECT_EQ(written(read_as<RSN>("30 0e 01 00 00 0f ac 04 00 00 00 00 00 00 00 00")),
               "30 06 01 00 00 0f ac 04");
 }
 
@@ -116,95 +110,82 @@ TEST(RSNElement, ListsAreBounded) {
     element.set_akm_suite_list(std::vector<Suite>(10));
     element.set_pmkid_list(std::vector<RSN::PMKID>(9));
     EXPECT_EQ(element.get_length(), 240U);
-    EXPECT_EQ(as_written(element).substr(0, 5), "30 ee");
+    EXPECT_EQ(written(element).substr(0, 5), "30 ee");
     element.set_pmkid_list(std::vector<RSN::PMKID>(10));
     EXPECT_EQ(element.get_length(), 256U);
-    EXPECT_EQ(as_written(element), "Invalid length") << "the header counts";
+    EXPECT_EQ(written(element), "Invalid length") << "the header counts";
+}
+
+/// An element with suites of these types: group, pairwise, AKM.
+RSN with_suites(std::uint8_t group, const test::Octets& pairwise, const test::Octets& akm) {
+    const auto suites = [](const test::Octets& types) {
+        RSN::Suites list;
+        for (const std::uint8_t type : types) {
+            list.push_back(Suite(type));
+        }
+        return list;
+    };
+    RSN element;
+    element.set_group_data(Suite(group));
+    element.set_pairwise_cipher_list(suites(pairwise));
+    element.set_akm_suite_list(suites(akm));
+    return element;
 }
 
 TEST(RSNSecurity, ModesMapToTheirSuitesAndBack) {
+    using enum WLANSecurity;
     const struct {
         WLANSecurity mode;
-        const char* hex;
-        WLANSecurity back;
-    } cases[] = {
-        {WLANSecurity::UNDEFINED, "30 06 01 00 00 00 00 00", WLANSecurity::UNDEFINED},
-        {WLANSecurity::NONE, "30 02 01 00", WLANSecurity::NONE},
-        {WLANSecurity::WEP_OPEN, "30 06 01 00 00 00 00 00", WLANSecurity::UNDEFINED},
-        {WLANSecurity::WEP_SHARED, "30 06 01 00 00 00 00 00", WLANSecurity::UNDEFINED},
-        {WLANSecurity::WPAPSK, "30 12 01 00 00 0f ac 02 01 00 00 0f ac 02 01 00 00 0f ac 02",
-         WLANSecurity::WPAPSK},
-        {WLANSecurity::WPA2PSK, "30 12 01 00 00 0f ac 04 01 00 00 0f ac 04 01 00 00 0f ac 02",
-         WLANSecurity::WPA2PSK},
-        {WLANSecurity::WPA_WPA2_MIXED,
-         "30 16 01 00 00 0f ac 02 02 00 00 0f ac 02 00 0f ac 04 01 00 00 0f ac 02",
-         WLANSecurity::WPA_WPA2_MIXED},
-        {WLANSecurity::WPAENT, "30 12 01 00 00 0f ac 02 01 00 00 0f ac 02 01 00 00 0f ac 01",
-         WLANSecurity::WPAENT},
-        {WLANSecurity::WPA2ENT, "30 12 01 00 00 0f ac 04 01 00 00 0f ac 04 01 00 00 0f ac 01",
-         WLANSecurity::WPA2ENT},
-        {WLANSecurity::WPA3PSK, "30 12 01 00 00 0f ac 04 01 00 00 0f ac 04 01 00 00 0f ac 08",
-         WLANSecurity::WPA3PSK},
-        {WLANSecurity::WPA2_WPA3_MIXED,
-         "30 16 01 00 00 0f ac 04 01 00 00 0f ac 04 02 00 00 0f ac 02 00 0f ac 08",
-         WLANSecurity::WPA2_WPA3_MIXED},
-        {WLANSecurity::OWE, "30 12 01 00 00 0f ac 04 01 00 00 0f ac 04 01 00 00 0f ac 12",
-         WLANSecurity::OWE},
-        {WLANSecurity::INVALID, "30 06 01 00 00 00 00 00", WLANSecurity::UNDEFINED},
-        {WLANSecurity{13}, "30 02 01 00", WLANSecurity::NONE},
-        {WLANSecurity{255}, "30 02 01 00", WLANSecurity::NONE},
+        std::uint8_t group;
+        test::Octets pairwise, akm;
+    } rows[] = {
+        {WPAPSK, 2, {2}, {2}},
+        {WPA2PSK, 4, {4}, {2}},
+        {WPA_WPA2_MIXED, 2, {2, 4}, {2}},
+        {WPAENT, 2, {2}, {1}},
+        {WPA2ENT, 4, {4}, {1}},
+        {WPA3PSK, 4, {4}, {8}},
+        {WPA2_WPA3_MIXED, 4, {4}, {2, 8}},
+        {OWE, 4, {4}, {18}},
     };
-    for (const auto& c : cases) {
-        const auto element = create_rsn_element_from_security(c.mode);
-        EXPECT_EQ(as_written(*element), c.hex);
-        EXPECT_EQ(security_from_rsn_element(*element), c.back) << c.hex;
+    for (const auto& [mode, group, pairwise, akm] : rows) {
+        RSN element = with_suites(group, pairwise, akm);
+        EXPECT_EQ(*create_rsn_element_from_security(mode), element);
+        EXPECT_EQ(security_from_rsn_element(element), mode);
+        // The order of two suites does not count.
+        element =
+            with_suites(group, {pairwise.rbegin(), pairwise.rend()}, {akm.rbegin(), akm.rend()});
+        EXPECT_EQ(security_from_rsn_element(element), mode);
+    }
+    for (const WLANSecurity mode :
+         {UNDEFINED, WEP_OPEN, WEP_SHARED, INVALID, NONE, WLANSecurity{13}, WLANSecurity{255}}) {
+        const auto element = create_rsn_element_from_security(mode);
+        const bool none = mode == NONE || mode > INVALID;
+        EXPECT_EQ(written(*element), none ? "30 02 01 00" : "30 06 01 00 00 00 00 00");
+        EXPECT_EQ(security_from_rsn_element(*element), none ? NONE : UNDEFINED);
     }
 }
 
 TEST(RSNSecurity, OnlyTheCombinationsOfAModeAreOne) {
-    using S = WLANSecurity;
-    const auto classify = [](std::uint8_t group, const std::vector<std::uint8_t>& pairwise,
-                             const std::vector<std::uint8_t>& akm, bool vendor = false) {
-        const auto suites = [](const std::vector<std::uint8_t>& types) {
-            RSN::Suites list;
-            for (const std::uint8_t type : types) {
-                list.push_back(Suite(type));
-            }
-            return list;
-        };
-        RSN element;
-        element.set_group_data(Suite(group));
-        element.set_pairwise_cipher_list(suites(pairwise));
-        RSN::Suites akms = suites(akm);
-        if (vendor) {
-            akms[0].oui = {0x00, 0x50, 0xF2};
-        }
-        element.set_akm_suite_list(akms);
-        return security_from_rsn_element(element);
-    };
-    // The order of two suites does not count.
-    EXPECT_EQ(classify(2, {4, 2}, {2}), S::WPA_WPA2_MIXED);
-    EXPECT_EQ(classify(4, {4}, {8, 2}), S::WPA2_WPA3_MIXED);
-    // Every AKM type alone.
-    for (unsigned type = 0; type < 256; ++type) {
-        const S expected = type == 1    ? S::WPA2ENT
-                           : type == 2  ? S::WPA2PSK
-                           : type == 8  ? S::WPA3PSK
-                           : type == 18 ? S::OWE
-                                        : S::UNDEFINED;
-        EXPECT_EQ(classify(4, {4}, {static_cast<std::uint8_t>(type)}), expected) << type;
+    using enum WLANSecurity;
+    for (unsigned type = 0; type < 256; ++type) {  // every AKM type alone
+        EXPECT_EQ(security_from_rsn_element(with_suites(4, {4}, {static_cast<std::uint8_t>(type)})),
+                  type == 1    ? WPA2ENT
+                  : type == 2  ? WPA2PSK
+                  : type == 8  ? WPA3PSK
+                  : type == 18 ? OWE
+                               : UNDEFINED)
+            << type;
     }
-    EXPECT_EQ(classify(4, {4}, {}), S::UNDEFINED);
-    EXPECT_EQ(classify(2, {2}, {}), S::UNDEFINED);
-    EXPECT_EQ(classify(4, {}, {2}), S::UNDEFINED);
-    EXPECT_EQ(classify(4, {4}, {2, 2}), S::UNDEFINED);
-    EXPECT_EQ(classify(4, {4}, {2, 8, 2}), S::UNDEFINED);
-    EXPECT_EQ(classify(4, {4, 2}, {2}), S::UNDEFINED);
-    EXPECT_EQ(classify(2, {2, 2}, {2}), S::UNDEFINED);
-    EXPECT_EQ(classify(2, {2, 4}, {1}), S::UNDEFINED);
-    EXPECT_EQ(classify(2, {2}, {8}), S::UNDEFINED);
-    EXPECT_EQ(classify(5, {4}, {2}), S::UNDEFINED);
-    EXPECT_EQ(classify(4, {4}, {2}, true), S::UNDEFINED) << "another OUI";
+    RSN of_vendor = with_suites(4, {4}, {});
+    of_vendor.set_akm_suite_list({Suite({0x00, 0x50, 0xF2}, 2)});
+    for (const RSN& element :
+         {with_suites(4, {4}, {}), with_suites(2, {2}, {}), with_suites(4, {}, {2}),
+          with_suites(4, {4}, {2, 2}), with_suites(4, {4}, {2, 8, 2}), with_suites(4, {4, 2}, {2}),
+          with_suites(2, {2, 2}, {2}), with_suites(2, {2, 4}, {1}), with_suites(2, {2}, {8}),
+          with_suites(5, {4}, {2}), of_vendor}) {
+        EXPECT_EQ(security_from_rsn_element(element), UNDEFINED) << written(element);
+    }
 }
 
 }  // namespace

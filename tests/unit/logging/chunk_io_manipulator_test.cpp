@@ -1,11 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "nuv/logging/chunk_io_manipulator.hpp"
 
-#include <gtest/gtest.h>
-
-#include <sstream>
-#include <string>
 #include <thread>
+
+#include "tests/support/test.hpp"
 
 namespace nuv::logging {
 namespace {

@@ -1,11 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "tools/vectors/generated_files.hpp"
-
-#include <gtest/gtest.h>
-
 #include <filesystem>
 #include <fstream>
-#include <iterator>
+
+#include "tests/support/generated_files.hpp"
+#include "tests/support/test.hpp"
 
 namespace nuv::test {
 namespace {

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "tools/vectors/generated_files.hpp"
+#include "tests/support/generated_files.hpp"
 
 #include <algorithm>
 #include <iterator>
 
-#include "tools/vectors/vectors.hpp"
+#include "tests/support/vectors.hpp"
 
 namespace nuv::test {
 

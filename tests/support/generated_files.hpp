@@ -4,7 +4,7 @@
 #include <map>
 #include <string>
 
-#include "tools/vectors/hex.hpp"
+#include "tests/support/hex.hpp"
 
 namespace nuv::test {
 

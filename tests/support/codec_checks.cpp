@@ -1,19 +1,16 @@
 // SPDX-License-Identifier: Apache-2.0
-#pragma once
+#include "tests/support/codec_checks.hpp"
 
-#include <ios>
 #include <istream>
-#include <memory>
-#include <span>
 #include <sstream>
 #include <stdexcept>
 #include <streambuf>
-#include <string>
 #include <string_view>
+#include <type_traits>
 #include <vector>
 
 #include "internal/byte_cursor.hpp"
-#include "nuv/ieee802_11/ieee802_11_assoc_request_frame.hpp"
+#include "nuv/ieee802_11/ieee802_11_beacon_report.hpp"
 #include "nuv/ieee802_11/ieee802_11_eht_capabilities.hpp"
 #include "nuv/ieee802_11/ieee802_11_eht_operation.hpp"
 #include "nuv/ieee802_11/ieee802_11_field_source.hpp"
@@ -22,60 +19,32 @@
 #include "nuv/ieee802_11/ieee802_11_neighbor_report.hpp"
 #include "nuv/limited_istream.hpp"
 #include "nuv/mem_buf.hpp"
-#include "tests/support/codecs.hpp"
+#include "tests/support/failures.hpp"
 
-/// What holds for everything that is read from octets and written as octets, for tests and for
-/// fuzzing: each check returns what is wrong, nothing if all is well. An exception of another kind
-/// than SerializationException passes through.
 namespace nuv::test {
 
-using Element = ieee802_11::IEEE802_11_Element_Base;
-using ElementPtr = std::unique_ptr<Element>;
-using ElementID = ieee802_11::IEEE802_11_Element_ID;
-using ExtensionID = ieee802_11::IEEE802_11_Element_ID_Extension;
-using Frame = ieee802_11::AssocRequestFrame;
+namespace {
 
-/// A new element of the class for this ID; `maps` as Sample::maps.
-inline ElementPtr make_element(ElementID id, ExtensionID extension, std::uint8_t maps) {
-    using Container = Frame::ElementContainer;
-    // A frame passes over these.
-    if (id == ElementID::MEASUREMENT_REPORT) {
-        return std::make_unique<ieee802_11::IEEE802_11_MeasurementReport>();
-    }
-    if (id == ElementID::NEIGHBOR_REPORT) {
-        return std::make_unique<ieee802_11::IEEE802_11_NeighborReport>();
-    }
-    if (id != ElementID::ELEMENT_ID_EXTENSION) {
-        return Container::create_element(id);
-    }
-    if (extension == ExtensionID::EHT_CAPABILITIES) {
-        return std::make_unique<ieee802_11::IEEE802_11_EHTCapabilities>(
-            (maps & 1U) != 0, (maps & 2U) != 0, (maps & 4U) != 0);
-    }
-    if (extension == ExtensionID::EHT_OPERATION) {
-        return std::make_unique<ieee802_11::IEEE802_11_EHTOperation>();
-    }
-    return Container().create_extended_element(extension);
-}
+using serialization::SerializationContext;
 
 // --- Where writing is deliberately not the inverse of reading. Everything else comes back equal:
 // bodies that are written as zeros, zero capabilities and trailing zeros that are not written
 // change the octets, and what they are read as stays the same.
 
 /// A Non-Inheritance element's Length promises one octet more than is written.
-inline bool promises_one_octet_more(const Element& element) {
+bool promises_one_octet_more(const Element& element) {
     return !element.is_dummy() && element.get_type() == ElementID::ELEMENT_ID_EXTENSION &&
            element.get_extension_type() == ExtensionID::NON_INHERITANCE;
 }
 
 /// What get_length() says of an element written in `size` octets: a measurement report keeps it in 8
 /// bits.
-inline std::size_t length_of(const Element& element, std::size_t size) {
+std::size_t length_of(const Element& element, std::size_t size) {
     return element.get_type() == ElementID::MEASUREMENT_REPORT ? size % 256 : size;
 }
 
 /// A neighbor report whose last subelement has no body is not read back: such a one is not looked at.
-inline bool loses_its_last_subelement(const Element& element) {
+bool loses_its_last_subelement(const Element& element) {
     const auto* report = dynamic_cast<const ieee802_11::IEEE802_11_NeighborReport*>(&element);
     return report != nullptr && !report->sub_elements().empty() &&
            report->sub_elements().back()->get_length() == 2;
@@ -83,7 +52,7 @@ inline bool loses_its_last_subelement(const Element& element) {
 
 /// With what text an element that was read may be refused: lists of rates that were empty, an RSN
 /// element of more than 255 octets with its header, a Non-Inheritance element whose promise is too much.
-inline std::string_view refusal_to_write(const Element& element) {
+std::string_view refusal_to_write(const Element& element) {
     switch (element.get_type()) {
         case ElementID::SUPPORTED_RATES:
         case ElementID::EXTENDED_SUPPORTED_RATES:
@@ -97,38 +66,12 @@ inline std::string_view refusal_to_write(const Element& element) {
 
 /// The elements in an element are written by their classes when it is made of its fields, which may
 /// give other octets, or be refused.
-inline bool holds_elements(const Element& element) {
+bool holds_elements(const Element& element) {
     return element.get_extension_type() == ExtensionID::MULTI_LINK ||
            element.get_type() == ElementID::NEIGHBOR_REPORT;
 }
 
-// --- Reading
-
-/// The fields of an element as text.
-class FieldText : public ieee802_11::IEEE802_11_FieldVisitor {
-public:
-    explicit FieldText(const Element& element) { element.visit_fields(*this); }
-
-    void number(std::string_view name, std::uint64_t value) override {
-        text(name, std::to_string(value));
-    }
-    void text(std::string_view name, std::string_view value) override {
-        ((text_ += name) += '=') += value;
-        text_ += ' ';
-    }
-    void octets(std::string_view name, std::span<const std::uint8_t> value) override {
-        text(name, to_hex({value.begin(), value.end()}));
-    }
-    void open_list(std::string_view name) override { (text_ += name) += "=["; }
-    void close_list() override { text_ += "] "; }
-    void open_object(std::string_view name) override { (text_ += name) += "={"; }
-    void close_object() override { text_ += "} "; }
-
-    const std::string& str() const { return text_; }
-
-private:
-    std::string text_;
-};
+// --- Fields
 
 /// The fields of an element, to be handed to another one.
 class FieldRecord : public ieee802_11::IEEE802_11_FieldVisitor {
@@ -211,7 +154,7 @@ public:
     void open_object(std::string_view name) override { take('{', name); }
     void close_object() override { take('}', {}); }
     [[noreturn]] void fail(std::string_view message) override {
-        throw serialization::SerializationException(std::string(message));
+        throw SerializationException(std::string(message));
     }
 
 private:
@@ -226,60 +169,33 @@ private:
     std::size_t next_ = 1;
 };
 
-/// A stream buffer that has one octet at hand and does not know how many follow, as a file's or a
-/// socket's may.
+// --- Reading
+
+/// A stream buffer over another one that has one octet at hand and does not know how many follow, as
+/// a file's or a socket's may.
 class TrickleBuf : public std::streambuf {
 public:
-    explicit TrickleBuf(std::span<const std::uint8_t> octets)
-        : text_(octets.begin(), octets.end()) {
-        stand_at(0);
-    }
+    explicit TrickleBuf(std::streambuf& source) : source_(source) {}
 
 protected:
-    int_type underflow() override {
-        if (gptr() == text_.data() + text_.size()) {
-            return traits_type::eof();
-        }
-        setg(eback(), gptr(), gptr() + 1);
-        return traits_type::to_int_type(*gptr());
-    }
+    int_type underflow() override { return source_.sgetc(); }
+    int_type uflow() override { return source_.sbumpc(); }
+    std::streamsize showmanyc() override { return source_.in_avail() > 0 ? 1 : -1; }
     pos_type seekoff(off_type offset, std::ios_base::seekdir from,
                      std::ios_base::openmode which) override {
-        const auto size = static_cast<off_type>(text_.size());
-        const off_type target = offset + (from == std::ios_base::beg   ? 0
-                                          : from == std::ios_base::cur ? gptr() - eback()
-                                                                       : size);
-        if ((which & std::ios_base::in) == 0 || target < 0 || target > size) {
-            return pos_type(off_type(-1));
-        }
-        stand_at(target);
-        return pos_type(target);
+        return source_.pubseekoff(offset, from, which);
     }
     pos_type seekpos(pos_type position, std::ios_base::openmode which) override {
-        return seekoff(off_type(position), std::ios_base::beg, which);
+        return source_.pubseekpos(position, which);
     }
 
 private:
-    void stand_at(off_type at) { setg(text_.data(), text_.data() + at, text_.data() + at); }
-
-    std::string text_;
-};
-
-/// An object that was read, and what a caller can observe besides.
-template <class T>
-struct Reading {
-    std::unique_ptr<T> object;
-    std::string error;  // the exception's text, empty without one
-    std::ios_base::iostate state = std::ios_base::goodbit;
-    std::streamoff position = 0;
-
-    bool ok() const { return error.empty(); }
-    Reading like(std::unique_ptr<T> other) const { return {std::move(other), {}, state, position}; }
+    std::streambuf& source_;
 };
 
 template <class T>
 Reading<T> read_from(std::unique_ptr<T> object, std::istream& is) {
-    serialization::SerializationContext ctx;
+    SerializationContext ctx;
     Reading<T> reading{std::move(object), {}};
     reading.error = message_of([&] { reading.object->deserialize_impl(is, ctx); });
     reading.state = is.rdstate();
@@ -287,11 +203,25 @@ Reading<T> read_from(std::unique_ptr<T> object, std::istream& is) {
     return reading;
 }
 
+/// Reads without a stream. Only the frame that holds an element sees where that one stops after an
+/// exception.
 template <class T>
-Reading<T> read_from_memory(std::unique_ptr<T> object, std::span<const std::uint8_t> octets) {
-    MemBuf buffer(octets);
-    std::istream is(&buffer);
-    return read_from(std::move(object), is);
+Reading<T> read_from_octets(const Maker<T>& make, const Octets& octets, const Reading<T>& like) {
+    SerializationContext ctx;
+    Reading<T> reading{make(), {}, like.state, like.position};
+    reading.error = message_of([&] {
+        const auto state = reading.object->deserialize(octets, ctx);
+        reading.state = state;
+    });
+    if constexpr (requires(impl::ByteCursor & cursor) {
+                      reading.object->deserialize_from(cursor, ctx);
+                  }) {
+        impl::ByteCursor cursor(octets);
+        message_of([&] { reading.object->deserialize_from(cursor, ctx); });
+        reading.state = cursor.rdstate();
+        reading.position = static_cast<std::streamoff>(cursor.consumed());
+    }
+    return reading;
 }
 
 /// What differs between two readings of the same octets, in words.
@@ -308,142 +238,148 @@ std::string difference(const Reading<T>& a, const Reading<T>& b) {
         a.object->get_length() != b.object->get_length()) {
         return "other fields";
     }
-    if constexpr (std::is_same_v<T, Element>) {
-        const FieldText fields_a(*a.object);
-        const FieldText fields_b(*b.object);
-        if (fields_a.str() != fields_b.str()) {
-            return fields_a.str() + " against " + fields_b.str();
-        }
-    }
     return {};
 }
 
-/// Reads `octets` as the object that `make()` makes, in every way there is, and checks that no
-/// difference can be seen: text of the exception, fields, state and position.
-template <class Make>
-std::string check_ways_of_reading_agree(const Make& make, const Octets& octets) {
-    const auto expected = read_from_memory(make(), octets);
-    const auto compare = [&](const char* way, const auto& reading) {
-        const std::string found = difference(expected, reading);
-        return found.empty() ? found : std::string(way) + ": " + found;
-    };
+}  // namespace
 
+std::unique_ptr<Element> make_element(ElementID id, ExtensionID extension, std::uint8_t maps) {
+    using Container = Frame::ElementContainer;
+    // A frame passes over these.
+    if (id == ElementID::MEASUREMENT_REPORT) {
+        return std::make_unique<ieee802_11::IEEE802_11_MeasurementReport>();
+    }
+    if (id == ElementID::NEIGHBOR_REPORT) {
+        return std::make_unique<ieee802_11::IEEE802_11_NeighborReport>();
+    }
+    if (id != ElementID::ELEMENT_ID_EXTENSION) {
+        return Container::create_element(id);
+    }
+    if (extension == ExtensionID::EHT_CAPABILITIES) {
+        return std::make_unique<ieee802_11::IEEE802_11_EHTCapabilities>(
+            (maps & 1U) != 0, (maps & 2U) != 0, (maps & 4U) != 0);
+    }
+    if (extension == ExtensionID::EHT_OPERATION) {
+        return std::make_unique<ieee802_11::IEEE802_11_EHTOperation>();
+    }
+    return Container().create_extended_element(extension);
+}
+
+std::string field_text(const Element& element) {
+    const FieldRecord record(element);
+    std::string text;
+    for (const auto& [kind, name, number, octets] : std::span(record.fields).subspan(1)) {
+        const bool opens = kind == '[' || kind == '{';
+        const bool closes = kind == ']' || kind == '}';
+        text += closes ? "" : name + '=';
+        text += kind == 'n'   ? std::to_string(number)
+                : kind == 't' ? to_string(octets)
+                : kind == 'o' ? to_hex(octets)
+                              : std::string(1, kind);
+        text += opens ? "" : " ";
+    }
+    return text.substr(0, text.find_last_not_of(' ') + 1);
+}
+
+template <class T>
+Reading<T> read_from_memory(std::unique_ptr<T> object, std::span<const std::uint8_t> octets) {
+    MemBuf buffer(octets);
+    std::istream is(&buffer);
+    return read_from(std::move(object), is);
+}
+
+template <class T>
+std::string check_ways_of_reading_agree(const Maker<T>& make, const Octets& octets) {
+    const auto expected = read_from_memory(make(), octets);
+    std::string problems;
+    const auto compare = [&](const char* way, const Reading<T>& reading) {
+        const std::string found = difference(expected, reading);
+        problems += found.empty() ? "" : std::string(way) + ": " + found + '\n';
+    };
     std::stringstream string_stream(to_string(octets));
-    TrickleBuf trickle(octets);
+    compare("string stream", read_from(make(), string_stream));
+
+    MemBuf memory(octets);
+    TrickleBuf trickle(memory);
     std::istream trickling(&trickle);
+    compare("trickle", read_from(make(), trickling));
+
     // A range of a stream that goes on behind it.
     std::stringstream parent("before" + to_string(octets) + "behind");
     constexpr std::streamoff start = 6;
     parent.seekg(start);
     LimitedIStream bounded(parent, static_cast<std::int64_t>(octets.size()));
+    auto reading = read_from(make(), bounded);
+    reading.position -= start;
+    compare("bounded", reading);
 
-    auto reading = read_from(make(), string_stream);
-    std::string problem = compare("string stream", reading);
-    if (problem.empty()) {
-        problem = compare("trickle", read_from(make(), trickling));
-    }
-    if (problem.empty()) {
-        reading = read_from(make(), bounded);
-        reading.position -= start;
-        problem = compare("bounded", reading);
-    }
-    if (!problem.empty()) {
-        return problem;
-    }
-
-    serialization::SerializationContext ctx;
-    auto memory = expected.like(make());
-    auto state = expected.state;
-    memory.error = message_of([&] { state = memory.object->deserialize(octets, ctx); });
-    memory.state = memory.ok() ? state : expected.state;
-    if constexpr (requires(impl::ByteCursor & cursor) { make()->deserialize_from(cursor, ctx); }) {
-        // Where it stops after an exception only the frame that holds the element sees.
-        impl::ByteCursor cursor(octets);
-        message_of([&] { memory.object->deserialize_from(cursor, ctx); });
-        memory.state = cursor.rdstate();
-        memory.position = static_cast<std::streamoff>(cursor.consumed());
-    }
-    return compare("memory", memory);
+    compare("memory", read_from_octets(make, octets, expected));
+    return problems;
 }
 
 // --- Writing
 
-struct Written {
-    Octets octets;
-    std::string error;  // the exception's text, empty without one
-};
-
-template <class T>
-Written write(const T& object) {
+Written write(const serialization::BinarySerializable& object) {
     std::ostringstream os;
-    serialization::SerializationContext ctx;
-    Written written;
-    written.error = message_of([&] { object.serialize_impl(os, ctx); });
+    SerializationContext ctx;
+    const std::string error = message_of([&] { object.serialize_impl(os, ctx); });
     const std::string text = os.str();
-    written.octets.assign(text.begin(), text.end());
-    return written;
+    return {{text.begin(), text.end()}, error};
 }
 
-/// Checks that an element which was read is equal to the one made of its fields, is written, in as
-/// many octets as it says, and that these are read as an equal element and written the same again.
-template <class Make>
-std::string check_round_trip(const Make& make, const Element& element) {
+std::string check_round_trip(const Maker<Element>& make, const Element& element) {
     if (!element.is_dummy()) {
-        const ElementPtr copy = make();
+        const auto copy = make();
         const std::string refusal = message_of([&] { FieldReplay(FieldRecord(element), *copy); });
-        const bool same = refusal.empty() && FieldText(*copy).str() == FieldText(element).str() &&
+        const bool same = refusal.empty() && field_text(*copy) == field_text(element) &&
                           (*copy == element || holds_elements(element));
         if (!same && (refusal.empty() || !holds_elements(element))) {
-            return FieldText(*copy).str() + " made of " + FieldText(element).str() + refusal;
+            return field_text(*copy) + " made of " + field_text(element) + refusal;
         }
     }
-    const Written written = write(element);
-    if (!written.error.empty()) {
-        return written.octets.empty() && written.error == refusal_to_write(element)
-                   ? std::string()
-                   : "refused: " + written.error;
+    const auto [octets, error] = write(element);
+    if (!error.empty()) {
+        return octets.empty() && error == refusal_to_write(element) ? "" : "refused: " + error;
     }
-    const std::size_t promised = promises_one_octet_more(element) ? 1 : 0;
-    if (length_of(element, written.octets.size() + promised) != element.get_length()) {
+    const bool promises_more = promises_one_octet_more(element);
+    if (length_of(element, octets.size() + (promises_more ? 1 : 0)) != element.get_length()) {
         return "get_length() is " + std::to_string(element.get_length()) + ", written are " +
-               to_hex(written.octets);
+               to_hex(octets);
     }
     if (loses_its_last_subelement(element)) {
         return {};
     }
-    const auto again = read_from_memory(make(), written.octets);
-    const auto state = promised == 1 ? std::ios_base::failbit : std::ios_base::goodbit;
+    const auto again = read_from_memory(make(), octets);
+    const auto state = promises_more ? std::ios_base::failbit : std::ios_base::goodbit;
     if (!again.ok() || again.state != state || !(*again.object == element) ||
         !(element == *again.object)) {
-        return to_hex(written.octets) + " is not read as what was written: " + again.error;
+        return to_hex(octets) + " is not read as what was written: " + again.error;
     }
-    return write(*again.object).octets == written.octets ? "" : "written differently again";
+    return write(*again.object).octets == octets ? "" : "written differently again";
 }
 
-/// The same for a frame.
-inline std::string check_round_trip(const Frame& frame) {
+std::string check_round_trip(const Frame& frame) {
     const auto* eht = frame.get_optional_element<ieee802_11::IEEE802_11_EHTCapabilities>();
     const auto* non_inheritance =
         frame.get_optional_element_by_extended_id(ExtensionID::NON_INHERITANCE);
-    const Written written = write(frame);
-    if (!written.error.empty()) {
+    const auto [octets, error] = write(frame);
+    if (!error.empty()) {
         // One of its elements must be the reason.
-        for (const ElementID id :
-             {ElementID::SUPPORTED_RATES, ElementID::EXTENDED_SUPPORTED_RATES, ElementID::RSN}) {
-            const Element* element = frame.get_optional_element_by_id(id);
-            if (element != nullptr && write(*element).error == written.error) {
+        for (const Element* element :
+             {frame.get_optional_element_by_id(ElementID::SUPPORTED_RATES),
+              frame.get_optional_element_by_id(ElementID::EXTENDED_SUPPORTED_RATES),
+              frame.get_optional_element_by_id(ElementID::RSN), non_inheritance}) {
+            if (element != nullptr && write(*element).error == error) {
                 return {};
             }
         }
-        return non_inheritance != nullptr && write(*non_inheritance).error == written.error
-                   ? std::string()
-                   : "refused: " + written.error;
+        return "refused: " + error;
     }
-    if (written.octets.size() + (non_inheritance != nullptr ? 1 : 0) != frame.get_length()) {
+    if (octets.size() + (non_inheritance != nullptr ? 1 : 0) != frame.get_length()) {
         return "get_length() is " + std::to_string(frame.get_length()) + ", written are " +
-               std::to_string(written.octets.size());
+               std::to_string(octets.size());
     }
-    const auto again = read_from_memory(std::make_unique<Frame>(), written.octets);
+    const auto again = read_from_memory(std::make_unique<Frame>(), octets);
     // Behind a Non-Inheritance element the frame is read one octet off.
     if (non_inheritance != nullptr) {
         return {};
@@ -452,16 +388,25 @@ inline std::string check_round_trip(const Frame& frame) {
     if (eht != nullptr) {
         const auto shaped =
             frame.get_optional_elements().create_extended_element(ExtensionID::EHT_CAPABILITIES);
-        serialization::SerializationContext ctx;
-        const Octets octets = write(*eht).octets;
-        if (!message_of([&] { shaped->deserialize(octets, ctx); }).empty() || !(*shaped == *eht)) {
+        SerializationContext ctx;
+        const Octets own = write(*eht).octets;
+        if (!message_of([&] { shaped->deserialize(own, ctx); }).empty() || !(*shaped == *eht)) {
             return {};
         }
     }
     return again.ok() && *again.object == frame && frame == *again.object &&
-                   write(*again.object).octets == written.octets
-               ? std::string()
+                   write(*again.object).octets == octets
+               ? ""
                : "not read as what was written: " + again.error;
 }
+
+template Reading<Element> read_from_memory(std::unique_ptr<Element>, std::span<const std::uint8_t>);
+template Reading<Frame> read_from_memory(std::unique_ptr<Frame>, std::span<const std::uint8_t>);
+template Reading<ieee802_11::IEEE802_11_BeaconReport> read_from_memory(
+    std::unique_ptr<ieee802_11::IEEE802_11_BeaconReport>, std::span<const std::uint8_t>);
+template std::string check_ways_of_reading_agree(const Maker<Element>&, const Octets&);
+template std::string check_ways_of_reading_agree(const Maker<Frame>&, const Octets&);
+template std::string check_ways_of_reading_agree(const Maker<ieee802_11::IEEE802_11_BeaconReport>&,
+                                                 const Octets&);
 
 }  // namespace nuv::test

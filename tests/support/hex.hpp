@@ -3,7 +3,6 @@
 
 #include <cctype>
 #include <cstdint>
-#include <cstdlib>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -21,7 +20,7 @@ inline Octets from_hex(std::string_view text) {
             digits.push_back(c);
         }
         if (digits.size() == 2) {
-            octets.push_back(static_cast<std::uint8_t>(std::strtoul(digits.c_str(), nullptr, 16)));
+            octets.push_back(static_cast<std::uint8_t>(std::stoul(digits, nullptr, 16)));
             digits.clear();
         }
     }

@@ -1,0 +1,103 @@
+// SPDX-License-Identifier: Apache-2.0
+// What every type with a JSON form makes of documents.
+
+#include "nuv/basic_version.hpp"
+#include "nuv/channels.hpp"
+#include "nuv/device_id.hpp"
+#include "nuv/id.hpp"
+#include "nuv/json_serializer.hpp"
+#include "nuv/mac_address.hpp"
+#include "nuv/nid.hpp"
+#include "nuv/prefixed_ip_address.hpp"
+#include "nuv/tarvu_address.hpp"
+#include "tests/support/json_text.hpp"
+#include "tests/support/test.hpp"
+#include "tests/support/vectors.hpp"
+
+namespace nuv::test {
+namespace {
+
+using serialization::JSONSerializer;
+
+/// An object of a program.
+struct Point : serialization::JSONSerializable {
+    int x = 0;
+    std::string name;
+    void serialize_impl(YAJLStream& stream, SerializationContext& ctx) const override {
+        JSONSerializer::serialize_impl(stream, ctx, "x", x, std::string("name"), name);
+    }
+    void deserialize_impl(YAJLNode& node, SerializationContext& ctx) override {
+        JSONSerializer::deserialize(node, ctx, "x", x);
+        JSONSerializer::deserialize(node, ctx, "name", name);
+    }
+    bool operator==(const Point& other) const { return x == other.x && name == other.name; }
+};
+
+using Outcome = std::function<std::string(const std::string& what, const std::string& json)>;
+
+/// Reads into a copy of `before`, which stays as it is when that fails.
+template <class T>
+Outcome outcome(const T& before) {
+    return [before](const std::string& what, const std::string& json) {
+        T value = before;
+        std::string failure;
+        try {
+            failure = from_json(json.empty() ? "{}" : "{\"v\":" + json + "}", "v", value);
+        } catch (const std::invalid_argument& error) {
+            failure = std::string("invalid argument: ") + error.what();
+        }
+        EXPECT_TRUE(failure.empty() || value == before) << "changed";
+        if constexpr (requires { std::cout << value; }) {
+            if (what == "text" && failure.empty()) {
+                return (std::ostringstream() << std::hex << value).str();
+            }
+        }
+        return !failure.empty()     ? failure
+               : what == "refusals" ? refusals([&](auto& s) { write_json(s, value); })
+                                    : to_json(value);
+    };
+}
+
+TEST(JSON, IsReadAndWrittenAsListed) {
+    const std::map<std::string, Outcome> types{
+        {"null", outcome(nullptr)},
+        {"bool", outcome(false)},
+        {"std::string", outcome(std::string("before"))},
+        {"strings", outcome(std::vector<std::string>{"before"})},
+        {"std::uint8_t", outcome(std::uint8_t{77})},
+        {"std::uint16_t", outcome(std::uint16_t{77})},
+        {"std::uint32_t", outcome(std::uint32_t{77})},
+        {"std::uint64_t", outcome(std::uint64_t{77})},
+        {"std::int8_t", outcome(std::int8_t{77})},
+        {"std::int16_t", outcome(std::int16_t{77})},
+        {"std::int32_t", outcome(std::int32_t{77})},
+        {"std::int64_t", outcome(std::int64_t{77})},
+        {"point", outcome(Point())},
+        {"points", outcome(std::vector<Point>(3))},
+        {"DataRate", outcome(DataRate{77})},
+        {"ChannelWidth", outcome(ChannelWidth::HT40)},
+        {"MACAddress", outcome(MACAddress({1, 2, 3, 4, 5, 6}))},
+        {"ID", outcome(ID("before"))},
+        {"BasicVersion", outcome(BasicVersion{7})},
+        {"TarvuAddress", outcome(TarvuAddress("before"))},
+        {"NID", outcome(plc::NID({9, 9, 9, 9, 9, 9, 9}))},
+        {"DeviceID", outcome(DeviceID("local=x local=y"))},
+        {"PrefixedIPAddress", outcome(PrefixedIPAddress::guess_version_and_parse("::/1"))},
+        {"ChannelEntry", outcome(ChannelEntry())},
+        {"ChannelInfo", outcome(ChannelInfo())},
+        {"ChannelList", outcome(ChannelList())},
+        {"NSSTable", outcome(NSSTable())},
+    };
+    for (const auto& [call, expected] : listed_cases("json.tsv")) {
+        SCOPED_TRACE(call);
+        std::istringstream is(call);
+        std::string type;
+        std::string what;
+        std::string json;
+        std::getline(is >> type >> what >> std::ws, json);
+        EXPECT_EQ(types.at(type)(what, json), expected);
+    }
+}
+
+}  // namespace
+}  // namespace nuv::test

@@ -1,0 +1,174 @@
+// SPDX-License-Identifier: Apache-2.0
+// What all values with a text have in common: reading, stream output, JSON, order, hash.
+
+#include "nuv/basic_version.hpp"
+#include "nuv/device_id.hpp"
+#include "nuv/id.hpp"
+#include "nuv/ipv4_address.hpp"
+#include "nuv/ipv6_address.hpp"
+#include "nuv/logging/string_to_logmask.hpp"
+#include "nuv/mac_address.hpp"
+#include "nuv/prefixed_ip_address.hpp"
+#include "nuv/tarvu_address.hpp"
+#include "nuv/uid.hpp"
+#include "tests/support/ip_texts.hpp"
+#include "tests/support/json_text.hpp"
+#include "tests/support/test.hpp"
+#include "tests/support/vectors.hpp"
+
+namespace nuv::test {
+namespace {
+
+using serialization::UIDType;
+
+template <class T>
+T make(const std::string& text) {
+    if constexpr (std::is_same_v<T, PrefixedIPAddress>) {
+        return T::guess_version_and_parse(text);
+    } else {
+        return T(text);
+    }
+}
+
+/// The text of the value that `text` is read as, or the reason against it. What is read is read from
+/// its own text, too, in every way; a refused text leaves a value as it was.
+template <class T>
+std::string read(const std::string& text, const T& before) {
+    T value = before;
+    try {
+        const T made = make<T>(text);
+        EXPECT_TRUE(make<T>(made.to_string()) == made);
+        if constexpr (requires { sizeof(JSONSerializableType<T>); }) {
+            EXPECT_EQ(from_json("{\"m\":" + to_json(made) + '}', "m", value), "");
+            EXPECT_TRUE(value == made);
+        }
+        if constexpr (requires { value.parse_string(text); }) {
+            value = before;
+            EXPECT_TRUE(value.parse_string(text) && value == made);
+        }
+        EXPECT_EQ((std::ostringstream() << made).str(), made.to_string());
+        return made.to_string();
+    } catch (const std::invalid_argument& error) {
+        if constexpr (requires { value.parse_string(text); }) {
+            EXPECT_FALSE(value.parse_string(text));
+        }
+        EXPECT_TRUE(value == before || (std::is_same_v<T, MACAddress>)) << "which promises less";
+        return error.what();
+    }
+}
+
+/// Texts with " < " or " = " between them.
+template <class T>
+void expect_ascending(std::string texts) {
+    std::vector<std::pair<int, T>> values;
+    for (int rank = 0; !texts.empty();) {
+        const std::size_t end = std::min({texts.find(" < "), texts.find(" = "), texts.size()});
+        values.emplace_back(rank, make<T>(texts.substr(0, end)));
+        EXPECT_EQ(values.back().second.to_string(), texts.substr(0, end));
+        rank += texts.substr(end).starts_with(" < ") ? 1 : 0;
+        texts.erase(0, end + 3);
+    }
+    for (const auto& [i, a] : values) {
+        for (const auto& [j, b] : values) {
+            EXPECT_EQ(a == b, i == j) << a << ' ' << b;
+            EXPECT_TRUE((a <=> b) == (i <=> j)) << a << ' ' << b;
+            if constexpr (requires { std::hash<T>()(a); }) {
+                EXPECT_EQ(std::hash<T>()(a) == std::hash<T>()(b), i == j) << a << ' ' << b;
+            }
+        }
+    }
+}
+
+struct Type {
+    std::function<std::string(const std::string& text)> read;
+    std::function<void(const std::string& texts)> expect_ascending;
+};
+
+template <class T>
+Type type(const T& before) {
+    return {[before](const std::string& text) { return read(text, before); }, expect_ascending<T>};
+}
+
+std::string text_of_unit(const std::string& text) {
+    std::istringstream is(text);
+    int kind = 0;
+    std::uint32_t id = 0;
+    is >> kind >> id;
+    return uid_to_string(static_cast<UIDType>(kind), id);
+}
+
+/// The kind's number stands before the text; what is refused changes nothing.
+std::string unit_of_text(const std::string& text) {
+    const auto kind = static_cast<UIDType>(std::stoi(text));
+    std::uint32_t id = 77;
+    const std::string failure =
+        message_of([&] { string_to_uid(kind, text.substr(text.find(' ') + 1), id); });
+    EXPECT_TRUE(failure.empty() || id == 77) << id;
+    return failure.empty() ? std::to_string(id) : failure;
+}
+
+TEST(Texts, AreReadPrintedAndOrderedAsListed) {
+    const std::map<std::string, Type> types{
+        {"IPv4Address", type(IPv4Address(0x09090909))},
+        {"IPv6Address", type(IPv6Address({9, 9, 9, 9, 9, 9, 9, 9}))},
+        {"PrefixedIPAddress", type(make<PrefixedIPAddress>("9.9.9.9/9"))},
+        {"MACAddress", type(MACAddress({9, 9, 9, 9, 9, 9}))},
+        {"ID", type(ID("before"))},
+        {"BasicVersion", type(BasicVersion{9, 9})},
+        {"TarvuAddress", type(TarvuAddress("before"))},
+        {"ChassisID", type(ChassisID("local=before"))},
+        {"PortID", type(PortID("local=before"))},
+        {"DeviceID", type(DeviceID("local=before local=before"))},
+        {"IPAddress",
+         {[](const std::string& text) {
+              return IPAddress::guess_version_and_parse(text)->to_string();
+          },
+          {}}},
+        {"uid", {text_of_unit, {}}},
+        {"UID", {unit_of_text, {}}},
+        {"logmask",
+         {[](const std::string& text) { return std::to_string(logging::string_to_logmask(text)); },
+          {}}},
+    };
+    for (const auto& [call, expected] : listed_cases("texts.tsv")) {
+        SCOPED_TRACE(call);
+        const std::size_t blank = call.find(' ');
+        const std::string text = call.substr(blank + 1);
+        if (call.starts_with("ascending ")) {
+            types.at(text).expect_ascending(expected);
+            continue;
+        }
+        std::string result = expected;
+        if (const auto at = result.find("{}"); at != std::string::npos) {
+            result.replace(at, 2, text);
+        }
+        const auto& read = types.at(call.substr(0, blank)).read;
+        EXPECT_EQ(message_of<std::logic_error>([&] { return read(text); }), result);
+    }
+}
+
+TEST(Texts, OfIPAddressesAreThoseOfTheCLibraryOneEditAway) {
+    constexpr std::string_view alphabet = "019afgxX:.+- \t/";
+    int texts = 0;
+    for (const auto& [call, expected] : listed_cases("texts.tsv")) {
+        if (!call.starts_with("IP")) {
+            continue;
+        }
+        const std::string text = call.substr(call.find(' ') + 1);
+        for (std::size_t at = 0; at <= text.size(); ++at) {
+            std::vector<std::string> edited{std::string(text).erase(at, 1)};
+            for (const char c : alphabet) {
+                edited.push_back(std::string(text).insert(at, 1, c));
+                edited.push_back(std::string(text).replace(at, 1, 1, c));
+            }
+            for (const std::string& other : edited) {
+                ASSERT_EQ(check_ip_text(other), "") << '"' << other << '"';
+                ++texts;
+            }
+        }
+    }
+    EXPECT_GT(texts, 10000);
+}
+
+}  // namespace
+}  // namespace nuv::test
