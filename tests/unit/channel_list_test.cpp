@@ -6,7 +6,6 @@
 #include "nuv_platform/fake/fake_platform.hpp"
 #include "tests/support/channels.hpp"
 #include "tests/support/json_text.hpp"
-#include "tests/support/test.hpp"
 
 namespace nuv::test {
 

@@ -4,10 +4,8 @@
 #include <ranges>
 
 #include "nuv/frequency_conversion.hpp"
-#include "tests/support/channel_info_text.hpp"
 #include "tests/support/channels.hpp"
 #include "tests/support/failures.hpp"
-#include "tests/support/test.hpp"
 #include "tests/support/vectors.hpp"
 
 namespace nuv::OperatingClassDeduction {
@@ -162,23 +160,6 @@ TEST(OperatingClassDeduction, EveryChannelOfEveryClassLeadsToItsFrequencyAndBack
             EXPECT_EQ(behaviors_from_channel_capabilities(
                           get_channel_capabilities(row.opclass, region), region),
                       row.behaviors);
-        }
-    }
-}
-
-TEST(OperatingClassDeduction, AChannelLiesInOneSegmentAndInTwoWhere320MHzOverlap) {
-    for (const Region region : regions) {
-        for (const OpclassDefinition& row : rows(region)) {
-            for (const std::uint8_t channel : row.channels) {
-                const bool in_two = row.opclass == 137 && channel >= 33 && channel <= 189;
-                EXPECT_EQ(get_segment_center_frequencies(channel, row.opclass, region).size(),
-                          in_two ? 2U : 1U)
-                    << int{row.opclass};
-                if (!in_two) {
-                    EXPECT_TRUE(get_segment_opclass_channels(channel, row.opclass, region)
-                                    .contains(channel));
-                }
-            }
         }
     }
 }

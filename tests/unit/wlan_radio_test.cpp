@@ -2,7 +2,6 @@
 #include "nuv/wlan_radio.hpp"
 
 #include "tests/support/channels.hpp"
-#include "tests/support/test.hpp"
 
 namespace nuv::test {
 

@@ -2,7 +2,6 @@
 // What holds for everything that takes reports of others, tried on random values.
 #include "nuv/wlan_radio.hpp"
 #include "tests/support/channels.hpp"
-#include "tests/support/test.hpp"
 
 namespace nuv::test {
 namespace {
