@@ -5,7 +5,7 @@
 
 #include <algorithm>
 #include <array>
-#include <cctype>
+#include <regex>
 
 #include "nuv/ipv4_address.hpp"
 #include "nuv/ipv6_address.hpp"
@@ -18,23 +18,11 @@ namespace {
 
 int family_of(const IPAddress& address) { return address.is_v4() ? AF_INET : AF_INET6; }
 
-/// Decimal numbers with a zero in front of other digits, in a text's dotted part.
-bool has_leading_zero(const std::string& text) {
-    const std::string dotted = text.substr(text.rfind(':') + 1);
-    const auto digit = [&](std::size_t at) {
-        return at < dotted.size() && std::isdigit(static_cast<unsigned char>(dotted[at])) != 0;
-    };
-    for (std::size_t i = 0; i < dotted.size(); ++i) {
-        if (dotted[i] == '0' && digit(i + 1) && (i == 0 || !digit(i - 1))) {
-            return dotted.find('.') != std::string::npos;
-        }
-    }
-    return false;
-}
-
 /// Blanks and signs before a number, 0x before a segment, zeros before a decimal number.
 bool may_be_read_here_alone(const std::string& text) {
-    return text.find_first_of(" \t\n\v\f\r+-xX") != std::string::npos || has_leading_zero(text);
+    static const std::regex decimal_with_zero("(^|[^0-9])0[0-9]+\\.|\\.0[0-9]");
+    return text.find_first_of(" \t\n\v\f\r+-xX") != std::string::npos ||
+           std::regex_search(text, decimal_with_zero);
 }
 
 /// Nine segments, with :: for one at an end; more than 39 characters.

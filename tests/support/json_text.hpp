@@ -25,9 +25,26 @@ std::string json_of(auto&& function, std::size_t room = std::string::npos) {
 }
 
 template <typename T>
-std::string to_json(const T& value, std::size_t room = std::string::npos) {
+void write_json(YAJLStream& stream, const T& value) {
     SerializationContext ctx;
-    return json_of([&](auto& s) { JSONSerializableType<T>::serialize(s, ctx, value); }, room);
+    JSONSerializableType<T>::serialize(stream, ctx, value);
+}
+
+template <typename T>
+std::string to_json(const T& value, std::size_t room = std::string::npos) {
+    return json_of([&](auto& s) { write_json(s, value); }, room);
+}
+
+/// What `function` says that writes, where there is room for ever more bytes: each text once.
+std::string refusals(auto&& function) {
+    std::string messages;
+    std::string last;
+    for (std::size_t room = 0; room < json_of(function).size(); ++room) {
+        const std::string message = json_of(function, room);
+        messages += message == last ? "" : (last.empty() ? "" : "|") + message;
+        last = message;
+    }
+    return messages;
 }
 
 inline YAJLNode parse(const std::string& text) {

@@ -6,7 +6,6 @@
 #include "nuv/mac_address.hpp"
 #include "nuv/nid.hpp"
 #include "tests/support/codecs.hpp"
-#include "tests/support/test.hpp"
 
 namespace nuv::test {
 namespace {

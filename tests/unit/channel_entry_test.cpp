@@ -7,14 +7,8 @@
 #include "nuv_platform/fake/fake_platform.hpp"
 #include "tests/support/channels.hpp"
 #include "tests/support/json_text.hpp"
-#include "tests/support/test.hpp"
 
 namespace nuv::test {
-
-TEST(ChannelEntry, UpdateChangesSomethingExactlyWhenItSaysSo) {
-    RandomChannels random;
-    expect_update_law<ChannelEntry>([&] { return random.entry(); });
-}
 
 TEST(ChannelEntry, OrderIgnoresAllButTheFrequency) {
     EXPECT_TRUE(channel(40, 5180000) < channel(36, 5200000));

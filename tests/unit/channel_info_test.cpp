@@ -8,7 +8,6 @@
 #include "nuv_platform/fake/fake_platform.hpp"
 #include "tests/support/channels.hpp"
 #include "tests/support/json_text.hpp"
-#include "tests/support/test.hpp"
 
 namespace nuv::test {
 namespace {
@@ -21,19 +20,6 @@ ChannelInfo::Frequency frequency(std::int32_t khz, std::int64_t at = 1) {
 
 ChannelInfo::Segment segment(std::int32_t khz, ChannelWidth width, std::int64_t at = 1) {
     return {{KiloHertz{khz}, width, {}}, at};
-}
-
-bool differ_by_secondary_centers_alone(const ChannelInfo& a, const ChannelInfo& b) {
-    return a.get_primary_frequency().equivalent_to(b.get_primary_frequency()) &&
-           a.get_primary_segment().equivalent_to(b.get_primary_segment()) &&
-           a.get_max_regulatory_power().equivalent_to(b.get_max_regulatory_power()) &&
-           a.get_secondary_center_frequency() != b.get_secondary_center_frequency();
-}
-
-TEST(ChannelInfo, UpdateChangesSomethingExactlyWhenItSaysSo) {
-    RandomChannels random;
-    expect_update_law<ChannelInfo>([&] { return random.info(); },
-                                   differ_by_secondary_centers_alone);
 }
 
 TEST(ChannelInfo, SecondaryCentersAloneAreNeverTakenAlthoughItSaysSo) {

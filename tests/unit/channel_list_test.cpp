@@ -6,7 +6,6 @@
 #include "nuv_platform/fake/fake_platform.hpp"
 #include "tests/support/channels.hpp"
 #include "tests/support/json_text.hpp"
-#include "tests/support/test.hpp"
 
 namespace nuv::test {
 
@@ -21,11 +20,6 @@ ChannelList list(const std::vector<int>& numbers, ChannelList::UpdateType type =
                                   5000000 + 5000 * channel_number, number < 0 ? 3U : 1U));
     }
     return ChannelList(entries, type);
-}
-
-TEST(ChannelList, UpdateChangesSomethingExactlyWhenItSaysSo) {
-    RandomChannels random;
-    expect_update_law<ChannelList>([&] { return random.list(); });
 }
 
 TEST(ChannelList, CompleteReportsDropWhatTheyLackAndPartialOnesDoNot) {

@@ -4,7 +4,6 @@
 #include "nuv/ipv4_address.hpp"
 #include "nuv/ipv6_address.hpp"
 #include "tests/support/codecs.hpp"
-#include "tests/support/test.hpp"
 
 namespace nuv::test {
 namespace {

@@ -4,7 +4,6 @@
 #include <cmath>
 
 #include "tests/support/channels.hpp"
-#include "tests/support/test.hpp"
 
 namespace nuv::test {
 

@@ -13,7 +13,6 @@
 #include "tests/support/vectors.hpp"
 
 namespace nuv::test {
-namespace {
 
 TEST(IPAddress, ClassesBeginAndEndAsListed) {
     for (const auto& [text, classes] : listed_cases("ip_classes.tsv")) {
@@ -121,5 +120,4 @@ TEST(IPAddress, IsPrintedAsInetNtopPrintsItAndReadBack) {
     }
 }
 
-}  // namespace
 }  // namespace nuv::test

@@ -6,7 +6,6 @@
 #include "tests/support/test.hpp"
 
 namespace nuv::test {
-namespace {
 
 TEST(JSONSerializableType, KeysAreQuotedAndIntegersGoBySize) {
     bool truth = false;
@@ -26,5 +25,4 @@ TEST(JSONSerializableType, CharacterArraysAreStringsUpToTheirNul) {
     EXPECT_EQ(to_json("text", 0), "Serialization of std::string failed");
 }
 
-}  // namespace
 }  // namespace nuv::test

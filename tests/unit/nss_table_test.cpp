@@ -1,23 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "nuv/nss_table.hpp"
 
-#include "tests/support/channels.hpp"
 #include "tests/support/test.hpp"
 
 namespace nuv::test {
 
 using enum ChannelWidth;
-
-TEST(NSSTable, MergeAndIntersectAreTheGreaterAndTheSmaller) {
-    RandomChannels random;
-    for (int i = 0; i < 2000; ++i) {
-        const NSSTable a = random.nss();
-        const NSSTable b = random.nss();
-        EXPECT_EQ(a.merge(a.intersect(b)), a);
-        EXPECT_EQ(a.intersect(b) == b, a.merge(b) == a);
-    }
-    EXPECT_EQ(NSSTable(HT160, 2).merge({HT160, 4}), NSSTable(HT160, 4));
-}
 
 TEST(NSSTable, WidthsPropagateToThoseThatTheyInclude) {
     const std::tuple<ChannelWidth, bool, bool, ChannelWidth, std::string> table[] = {
@@ -38,6 +26,7 @@ TEST(NSSTable, WidthsPropagateToThoseThatTheyInclude) {
         EXPECT_EQ(os.str(), expected);
         EXPECT_EQ(nss.get_max_channel_width(), greatest);
     }
+    EXPECT_EQ(NSSTable(HT160, 2).merge({HT160, 4}), NSSTable(HT160, 4));
     EXPECT_EQ(NSSTable().get_max_channel_width(), INVALID);
     EXPECT_EQ(NSSTable(HT160, 8).merge({HT320, 1}).get_max_streams(), 8);
 }

@@ -14,10 +14,8 @@ TEST(ScopedJSON, TellsWhichStepFailedBehindThePrefix) {
     // The prefix is a temporary that is gone when the guard closes.
     const auto object = [](auto& s) { const ScopedJSONObject guard(s, std::string("p: ")); };
     const auto array = [](auto& s) { const ScopedJSONArray guard(s, std::string("p: ")); };
-    EXPECT_EQ(json_of(object, 0), "p: Could not open object");
-    EXPECT_EQ(json_of(object, 1), "p: Could not close object");
-    EXPECT_EQ(json_of(array, 0), "p: Could not open array");
-    EXPECT_EQ(json_of(array, 1), "p: Could not close array");
+    EXPECT_EQ(refusals(object), "p: Could not open object|p: Could not close object");
+    EXPECT_EQ(refusals(array), "p: Could not open array|p: Could not close array");
 }
 
 TEST(ScopedJSON, ClosesInSilenceWhileAnotherExceptionIsOnItsWay) {
@@ -37,15 +35,18 @@ TEST(WrapInYAJL, WrapsWhatTheFunctionWritesAndTellsWhichStepFailed) {
             wrap_in_yajl_array(s, "a", [&] { wrap_in_yajl_array(s, nothing); });
         });
     };
-    const std::string wrapping = "Wrapping function call in ";
-    EXPECT_EQ(json_of(members, 0), wrapping + "object failed: Could not open object");
-    EXPECT_EQ(json_of(members, 3),
-              wrapping + "object \"\\\"\" failed: Failed to write wrapper object name");
-    EXPECT_EQ(json_of(members, 7), wrapping + "object \"\\\"\" failed: Could not close object");
-    EXPECT_EQ(json_of(members, 10),
-              wrapping + "array \"a\" failed: Failed to write wrapper array name");
-    EXPECT_EQ(json_of(members, 14), wrapping + "array failed: Could not open array");
-    EXPECT_EQ(json_of(members, 16), wrapping + "array \"a\" failed: Could not close array");
+    const std::string object = "Wrapping function call in object";
+    const std::string array = "Wrapping function call in array";
+    const std::string inner = object + R"( "\"" failed: )";
+    EXPECT_EQ(refusals(members), object + " failed: Could not open object|" + inner +
+                                     "Failed to write wrapper object name|" + inner +
+                                     "Could not open object|" + inner + "Could not close object|" +
+                                     array + " \"a\" failed: Failed to write wrapper array name|" +
+                                     array + " \"a\" failed: Could not open array|" + array +
+                                     " failed: Could not open array|" + array +
+                                     " failed: Could not close array|" + array +
+                                     " \"a\" failed: Could not close array|" + object +
+                                     " failed: Could not close object");
     EXPECT_EQ(json_of(members), "{\"\\\"\":{},\"a\":[[]]}");
 }
 

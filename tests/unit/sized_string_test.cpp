@@ -2,10 +2,8 @@
 #include "nuv/sized_string.hpp"
 
 #include "tests/support/codecs.hpp"
-#include "tests/support/test.hpp"
 
 namespace nuv::test {
-namespace {
 
 TEST(SizedString, WritingPrintsTheLengthOutOfRangeAsNumber) {
     const std::tuple<std::size_t, std::uint8_t, std::uint8_t, const char*> table[] = {
@@ -51,5 +49,4 @@ TEST(SizedString, ReadingPrintsTheLengthOutOfRangeAsCharacter) {
     }
 }
 
-}  // namespace
 }  // namespace nuv::test

@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "nuv/type_validator.hpp"
 
+#include "nuv/nss_table.hpp"
 #include "nuv_platform/fake/fake_platform.hpp"
-#include "tests/support/channel_info_text.hpp"
 #include "tests/support/channels.hpp"
-#include "tests/support/test.hpp"
 #include "tests/support/vectors.hpp"
 
 namespace nuv {

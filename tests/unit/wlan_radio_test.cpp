@@ -2,14 +2,8 @@
 #include "nuv/wlan_radio.hpp"
 
 #include "tests/support/channels.hpp"
-#include "tests/support/test.hpp"
 
 namespace nuv::test {
-
-TEST(WLANRadio, UpdateChangesSomethingExactlyWhenItSaysSo) {
-    RandomChannels random;
-    expect_update_law<WLANRadio>([&] { return random.radio(); });
-}
 
 TEST(WLANRadio, UpdateAddsAbilitiesAndNeverReplacesTheIdentifier) {
     const auto wide = ChannelWidth::HT80;

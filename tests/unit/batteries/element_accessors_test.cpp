@@ -4,7 +4,6 @@
 
 #include "nuv/ieee802_11.hpp"
 #include "tests/support/codecs.hpp"
-#include "tests/support/test.hpp"
 
 namespace nuv::ieee802_11 {
 namespace {
@@ -143,46 +142,37 @@ TEST(ElementAccessors, SettersTouchTheirBitsAlone) {
               "21 03 02 14 07");
     EXPECT_EQ(made<TIM>([](auto& e) { e.set_broadcast_interval(10); }), "5e 01 0a");
 
-    QoS qos;
-    // Each setter on all zeros, and its opposite on all ones; what the getter says of both.
-    const auto check = [&](auto set, auto get, auto value, unsigned bits) {
-        qos.set_qos_info(0);
-        (qos.*set)(value);
-        EXPECT_EQ(qos.get_qos_info(), bits);
-        EXPECT_EQ((qos.*get)(), value);
-        qos.set_qos_info(0xFF);
-        (qos.*set)({});
-        EXPECT_EQ(qos.get_qos_info(), 0xFF & ~bits);
-        EXPECT_EQ((qos.*get)(), decltype(value){});
+    // Each setter on all zeros and, with its zero, on all ones; what the getter says of both.
+    const auto check = [](auto element, auto set, auto get, auto value, int bits) {
+        element.set_body({0});
+        (element.*set)(value);
+        EXPECT_EQ(element.get_body()[0], bits);
+        EXPECT_EQ((element.*get)(), value);
+        element.set_body({0xFF});
+        (element.*set)({});
+        EXPECT_EQ(element.get_body()[0], 0xFF & ~bits);
+        EXPECT_EQ((element.*get)(), decltype(value){});
     };
-    check(&QoS::set_q_ack, &QoS::get_q_ack, true, 0x10);
-    check(&QoS::set_more_data_ack, &QoS::get_more_data_ack, true, 0x80);
-    check(&QoS::set_queue_request, &QoS::get_queue_request, true, 0x20);
-    check(&QoS::set_txop_request, &QoS::get_txop_request, true, 0x40);
-    check(&QoS::set_max_sp_length, &QoS::get_max_sp_length, QoS::MaxSPLength::SIX, 0x60);
-    check(&QoS::set_edca_update_count, &QoS::get_edca_update_count, std::uint8_t{15}, 0x0F);
-    qos.set_qos_info(0);
-    qos.set_edca_update_count(0x1A);
-    EXPECT_EQ(qos.get_qos_info(), 0x0A) << "higher bits are lost";
-    qos.set_qos_info(0);
+    check(QoS(), &QoS::set_q_ack, &QoS::get_q_ack, true, 0x10);
+    check(QoS(), &QoS::set_more_data_ack, &QoS::get_more_data_ack, true, 0x80);
+    check(QoS(), &QoS::set_queue_request, &QoS::get_queue_request, true, 0x20);
+    check(QoS(), &QoS::set_txop_request, &QoS::get_txop_request, true, 0x40);
+    check(QoS(), &QoS::set_max_sp_length, &QoS::get_max_sp_length, QoS::MaxSPLength::SIX, 0x60);
+    check(QoS(), &QoS::set_edca_update_count, &QoS::get_edca_update_count, std::uint8_t{15}, 0x0F);
+    check(Mode(), &Mode::set_channel_width, &Mode::get_channel_width, Mode::Width::WIDTH_160, 0x03);
+    check(Mode(), &Mode::set_160_or_80_80_mhz, &Mode::get_160_or_80_80_mhz, true, 0x04);
+    check(Mode(), &Mode::set_no_ldpc, &Mode::get_no_ldpc, true, 0x08);
+    check(Mode(), &Mode::set_rx_nss_type, &Mode::get_rx_nss_type, Mode::NSSType::BEAMFORMED, 0x80);
+    EXPECT_EQ(made<Mode>([](auto& e) { e.set_rx_nss(8); }), "c7 01 70");
+    EXPECT_EQ(made<Mode>([](auto& e) { e.set_rx_nss(1); }, read_as<Mode>("c7 01 ff")), "c7 01 8f");
+    EXPECT_EQ(read_as<Mode>("c7 01 30").get_rx_nss(), 4);
+    EXPECT_EQ(made<QoS>([](auto& e) { e.set_edca_update_count(0x1A); }), "2e 01 0a")
+        << "higher bits are lost";
+    QoS qos;
     qos.set_u_apsd(QoS::AccessCategory::BK, true);
     EXPECT_EQ(written(qos), "2e 01 04");
     EXPECT_EQ(qos.get_u_apsd(QoS::AccessCategory::BK), true);
     EXPECT_EQ(qos.get_u_apsd(QoS::AccessCategory::VI), false);
-
-    Mode mode;
-    mode.set_rx_nss(8);
-    mode.set_channel_width(Mode::Width::WIDTH_80);
-    mode.set_160_or_80_80_mhz(true);
-    mode.set_no_ldpc(true);
-    EXPECT_EQ(written(mode), "c7 01 7e");
-    mode.set_rx_nss_type(Mode::NSSType::BEAMFORMED);
-    mode.set_rx_nss(1);
-    EXPECT_EQ(written(mode), "c7 01 8e");
-    EXPECT_EQ(mode.get_rx_nss(), 1);
-    EXPECT_EQ(mode.get_channel_width(), Mode::Width::WIDTH_80);
-    EXPECT_EQ(mode.get_rx_nss_type(), Mode::NSSType::BEAMFORMED);
-    EXPECT_TRUE(mode.get_160_or_80_80_mhz().value() && mode.get_no_ldpc().value());
 }
 
 TEST(ElementAccessors, CapabilitiesStandInWireOrder) {

@@ -19,20 +19,6 @@ namespace {
 
 using serialization::JSONSerializer;
 
-/// What writing `value` says where there is room for ever more bytes.
-std::string refusals(const auto& value) {
-    std::string messages;
-    std::string last;
-    for (std::size_t room = 0; room < to_json(value).size(); ++room) {
-        const std::string message = to_json(value, room);
-        if (message != last) {
-            messages += (last.empty() ? "" : "|") + message;
-        }
-        last = message;
-    }
-    return messages;
-}
-
 /// An object of a program.
 struct Point : serialization::JSONSerializable {
     int x = 0;
@@ -66,7 +52,9 @@ Outcome outcome(const T& before) {
                 return (std::ostringstream() << std::hex << value).str();
             }
         }
-        return !failure.empty() ? failure : what == "refusals" ? refusals(value) : to_json(value);
+        return !failure.empty()     ? failure
+               : what == "refusals" ? refusals([&](auto& s) { write_json(s, value); })
+                                    : to_json(value);
     };
 }
 

@@ -13,7 +13,6 @@
 #include "nuv/ieee802_11/ieee802_11_rsn_element.hpp"
 #include "nuv_platform/fake/fake_platform.hpp"
 #include "tests/support/codecs.hpp"
-#include "tests/support/test.hpp"
 
 namespace nuv::ieee802_11 {
 namespace {

@@ -5,7 +5,6 @@
 #include "nuv_platform/fake/fake_platform.hpp"
 #include "tests/support/codec_checks.hpp"
 #include "tests/support/codecs.hpp"
-#include "tests/support/test.hpp"
 #include "tests/support/vectors.hpp"
 
 namespace nuv::ieee802_11 {

@@ -3,7 +3,6 @@
 
 #include "nuv/ieee802_11/ieee802_11_beacon_report.hpp"
 #include "tests/support/codecs.hpp"
-#include "tests/support/test.hpp"
 
 namespace nuv::ieee802_11 {
 namespace {

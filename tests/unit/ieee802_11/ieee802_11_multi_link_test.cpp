@@ -4,7 +4,6 @@
 #include "nuv/ieee802_11.hpp"
 #include "tests/support/codec_checks.hpp"
 #include "tests/support/codecs.hpp"
-#include "tests/support/test.hpp"
 #include "tests/support/vectors.hpp"
 
 namespace nuv::ieee802_11 {

@@ -2,10 +2,8 @@
 #include "nuv/ieee802_11/ieee802_11_tid_to_link_mapping.hpp"
 
 #include "tests/support/codecs.hpp"
-#include "tests/support/test.hpp"
 
 namespace nuv::ieee802_11 {
-namespace {
 
 using test::read_as;
 using test::written;
@@ -75,5 +73,4 @@ TEST(TIDToLinkMapping, WhatCanBeReadNeedNotBeValid) {
     }
 }
 
-}  // namespace
 }  // namespace nuv::ieee802_11

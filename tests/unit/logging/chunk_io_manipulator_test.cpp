@@ -6,7 +6,6 @@
 #include "tests/support/test.hpp"
 
 namespace nuv::logging {
-namespace {
 
 TEST(ChunkIOManipulator, StoresItsSizeInAnyStream) {
     std::ostringstream a;
@@ -32,5 +31,4 @@ TEST(ChunkTable, IsReadAndWrittenByTwoThreads) {
     EXPECT_EQ(get_default_clogger_chunking("never set"), 0U);
 }
 
-}  // namespace
 }  // namespace nuv::logging
