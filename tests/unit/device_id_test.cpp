@@ -28,32 +28,6 @@ TEST(DeviceID, IsBuiltFromAddressesAndNames) {
     EXPECT_EQ(DeviceID().to_string(), "macAddress=00:00:00:00:00:00 macAddress=00:00:00:00:00:00");
 }
 
-TEST(DeviceID, IdentifiersAreWellFormedOrRefused) {
-    const struct {
-        int subtype;
-        Octets octets;
-        std::string reason;
-    } rows[] = {
-        {0, {1}, "subtype 0 is reserved"},
-        {8, {1}, "subtype 8 is reserved"},
-        {7, {}, "size 0 is not in the range [1, 255]"},
-        {7, Octets(256), "size 256 is not in the range [1, 255]"},
-        {4, Octets(5), "a MAC address has 6 octets, not 5"},
-        {5, Octets(5), "a network address of family 0 in 5 octets is neither IPv4 nor IPv6"},
-        {5, Octets(17, 1), "a network address of family 1 in 17 octets is neither IPv4 nor IPv6"},
-        {5, Octets(4, 1), "a network address of family 1 in 4 octets is neither IPv4 nor IPv6"},
-        {5, Octets(5, 2), "a network address of family 2 in 5 octets is neither IPv4 nor IPv6"},
-        {5, Octets(7, 6), "a network address of family 6 in 7 octets is neither IPv4 nor IPv6"},
-    };
-    for (const auto& [subtype, octets, reason] : rows) {
-        EXPECT_EQ(message_of<std::invalid_argument>(
-                      [&] { ChassisID(static_cast<ChassisIDSubtype>(subtype), octets); }),
-                  "ChassisID: " + reason);
-    }
-    EXPECT_THROW(PortID(PortIDSubtype::MAC_ADDRESS, Octets(5)), std::invalid_argument);
-    EXPECT_THROW(PortID::of_interface_name(InterfaceName()), std::invalid_argument);
-}
-
 TEST(DeviceID, EveryOctetHasATextThatIsReadBack) {
     Octets all(255);
     std::iota(all.begin(), all.end(), std::uint8_t{1});
@@ -73,28 +47,14 @@ TEST(DeviceID, BinaryFormIsTheTwoTLVsThatBeginAnLLDPDU) {
         EXPECT_EQ(read, device);
         EXPECT_EQ(written(read), written(device));
     }
-    const std::string chassis = "Deserialization of ChassisID failed: ";
-    const std::string port = "Deserialization of PortID failed: ";
-    std::vector<std::pair<std::string, std::string>> rows{
-        {"0407 04 020000000001", chassis + "TLV type 2 is not 1"},
-        {"0201 04", chassis + "TLV length 1 is not in the range [2, 256]"},
-        {"0301 07", chassis + "TLV length 257 is not in the range [2, 256]"},
-        {"0202 00 01", chassis + "subtype 0 is reserved"},
-        {"0206 04 0200000000", chassis + "a MAC address has 6 octets, not 5"},
-        {"0207 04 020000000001 0207 04 020000000001", port + "TLV type 1 is not 2"},
-        {"0207 04 020000000001 0402 08 01", port + "subtype 8 is reserved"},
-    };
     for (std::size_t size = 0; size < hex.size(); size += 3) {
-        const std::size_t in_tlv = size / 3 % 9;
-        rows.emplace_back(hex.substr(0, size),
-                          in_tlv < 2 ? "Deserialization of type std::uint16_t failed."
-                                     : "Deserialization of type std::uint8_t failed.");
-    }
-    for (const auto& [octets, reason] : rows) {
+        const char* integer = size / 3 % 9 < 2 ? "std::uint16_t" : "std::uint8_t";
         DeviceID read = longest;
-        EXPECT_EQ(read_octets(octets, read), reason) << octets;
+        EXPECT_EQ(read_octets(hex.substr(0, size), read),
+                  std::string("Deserialization of type ") + integer + " failed.");
         EXPECT_EQ(read, longest);
     }
+    EXPECT_THROW(PortID::of_interface_name(InterfaceName()), std::invalid_argument);
 }
 
 }  // namespace

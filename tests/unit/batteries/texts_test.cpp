@@ -11,9 +11,9 @@
 #include "nuv/prefixed_ip_address.hpp"
 #include "nuv/tarvu_address.hpp"
 #include "nuv/uid.hpp"
+#include "tests/support/codecs.hpp"
 #include "tests/support/ip_texts.hpp"
 #include "tests/support/json_text.hpp"
-#include "tests/support/test.hpp"
 #include "tests/support/vectors.hpp"
 
 namespace nuv::test {
@@ -107,6 +107,19 @@ std::string unit_of_text(const std::string& text) {
     return failure.empty() ? std::to_string(id) : failure;
 }
 
+std::string identifier_of_octets(const std::string& text) {
+    const auto subtype = static_cast<ChassisIDSubtype>(std::stoi(text));
+    return ChassisID(subtype, from_hex(text.substr(text.find(' ')))).to_string();
+}
+
+std::string device_of_octets(const std::string& hex) {
+    const DeviceID before("local=before local=before");
+    DeviceID device = before;
+    const std::string failure = read_octets(hex, device);
+    EXPECT_TRUE(failure.empty() || device == before);
+    return failure.empty() ? device.to_string() : failure;
+}
+
 TEST(Texts, AreReadPrintedAndOrderedAsListed) {
     const std::map<std::string, Type> types{
         {"IPv4Address", type(IPv4Address(0x09090909))},
@@ -124,6 +137,8 @@ TEST(Texts, AreReadPrintedAndOrderedAsListed) {
               return IPAddress::guess_version_and_parse(text)->to_string();
           },
           {}}},
+        {"identifier", {identifier_of_octets, {}}},
+        {"LLDPDU", {device_of_octets, {}}},
         {"uid", {text_of_unit, {}}},
         {"UID", {unit_of_text, {}}},
         {"logmask",

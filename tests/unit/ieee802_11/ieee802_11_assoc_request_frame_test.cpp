@@ -114,30 +114,6 @@ TEST(AssocRequestFrame, FileStreamsSeekPastTheirEnd) {
     std::filesystem::remove(path);
 }
 
-TEST(AssocRequestFrame, KeepsTheLastOfAKindAndDropsWhatHasNoSlot) {
-    const std::string rsn_tkip = "30 06 01 00 00 0f ac 02 ";
-    const std::string measurement = "27 03 01 02 03 ";
-    const std::string neighbor = "34 01 00 ";
-    const std::string eht_operation = "ff 06 6a 00 00 00 00 00 ";
-    const auto frame = read(fixed + rsn_tkip + "0a 01 07 " + measurement + neighbor +
-                            eht_operation + "00 01 61 f2 01 00 " + rsn);
-    EXPECT_EQ(write(frame), fixed + rsn);
-    for (const ID id : {ID{10}, ID::MEASUREMENT_REPORT, ID::SSID, ID::ELEMENT_ID_EXTENSION}) {
-        EXPECT_EQ(frame.get_optional_element_by_id(id), nullptr);
-    }
-    EXPECT_EQ(frame.get_optional_element_by_extended_id(Ext::EHT_OPERATION), nullptr);
-}
-
-TEST(AssocRequestFrame, WritesInSlotOrderVendorsAndMappingsLast) {
-    const std::string rates = "01 01 82 ";
-    const std::string extension = "f4 01 20 ";
-    const auto frame = read(fixed + ttlm + extension + rsn + rates + vendor + ht + he("00"));
-    EXPECT_EQ(write(frame),
-              fixed + rates + rsn + ht + he("00") + "f4 01 00 " + "dd 03 00 00 00 " + ttlm);
-    EXPECT_EQ(frame.get_vendor_specific_vector().size(), 1U);
-    EXPECT_EQ(frame.get_ttlm_vector().size(), 1U);
-}
-
 TEST(AssocRequestFrame, SurplusElementsOfTheListsAreLoggedAndDropped) {
     platform::FakePlatform fake;
     std::string vendors;
