@@ -5,6 +5,7 @@
 # nuv_finish_layers() makes the library of all layers and writes the table to layers.txt in the build
 # folder, where `scripts/check layers` reads it: "layer NAME USED..." and "file PATH LAYER".
 set(nuv_layer_roots include/nuv src/shared src/shared/internal)
+set(nuv_layer_extensions hpp cpp hpp)
 define_property(GLOBAL PROPERTY NUV_LAYERS)
 
 function(nuv_files_of_type variable type)
@@ -16,8 +17,6 @@ function(nuv_files_of_type variable type)
     endforeach()
     set(${variable} ${files} PARENT_SCOPE)
 endfunction()
-set(nuv_layer_extensions hpp cpp hpp)
-
 function(nuv_layer name)
     cmake_parse_arguments(arg "" "" "USES;TYPES" ${ARGN})
     get_property(layers GLOBAL PROPERTY NUV_LAYERS)
