@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
 // What holds for every element, tried on every sample of the vectors.
-
 #include "nuv/ieee802_11/ieee802_11_measurement_report.hpp"
 #include "nuv/ieee802_11/ieee802_11_neighbor_report.hpp"
 #include "tests/support/codec_checks.hpp"

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
 // What every type with a JSON form makes of documents.
-
 #include "nuv/basic_version.hpp"
 #include "nuv/channels.hpp"
 #include "nuv/device_id.hpp"
@@ -47,7 +46,7 @@ Outcome outcome(const T& before) {
             failure = std::string("invalid argument: ") + error.what();
         }
         EXPECT_TRUE(failure.empty() || value == before) << "changed";
-        if constexpr (requires { std::cout << value; }) {
+        if constexpr (requires(std::ostream & os) { os << value; }) {
             if (what == "text" && failure.empty()) {
                 return (std::ostringstream() << std::hex << value).str();
             }
