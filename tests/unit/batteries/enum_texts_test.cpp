@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
 // Every value of every enumeration that has texts: output, both directions, validity.
-
 #include <cctype>
 
 #include "nuv/channel_types.hpp"

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
 // What every type with a JSON form makes of documents.
-
 #include "nuv/basic_version.hpp"
 #include "nuv/channels.hpp"
 #include "nuv/device_id.hpp"
@@ -47,7 +46,7 @@ Outcome outcome(const T& before) {
             failure = std::string("invalid argument: ") + error.what();
         }
         EXPECT_TRUE(failure.empty() || value == before) << "changed";
-        if constexpr (requires { std::cout << value; }) {
+        if constexpr (requires(std::ostream & os) { os << value; }) {
             if (what == "text" && failure.empty()) {
                 return (std::ostringstream() << std::hex << value).str();
             }
@@ -97,6 +96,24 @@ TEST(JSON, IsReadAndWrittenAsListed) {
         std::getline(is >> type >> what >> std::ws, json);
         EXPECT_EQ(types.at(type)(what, json), expected);
     }
+}
+
+TEST(JSON, KeysAreQuotedAndIntegersGoBySize) {
+    bool truth = false;
+    EXPECT_EQ(from_json("{}", "\"", truth), R"(Deserialization of bool "\"" failed)");
+    // One of the two is no fixed-width type, another one on each machine.
+    long number = 0;
+    EXPECT_EQ(from_json("-5", "", number), "");
+    EXPECT_EQ(to_json(number) + to_json(-5LL), "-5-5");
+    EXPECT_EQ(to_json(number, 0), sizeof number == 8 ? "Serialization of std::int64_t failed"
+                                                     : "Serialization of std::int32_t failed");
+    EXPECT_EQ(to_json(-5LL, 0), "Serialization of std::int64_t failed");
+    EXPECT_EQ(to_json(ChannelWidth{9}), "\"INVALID CHANNEL WIDTH 9\"");
+}
+
+TEST(JSON, CharacterArraysAreStringsUpToTheirNul) {
+    EXPECT_EQ(to_json("te\0xt") + to_json<char[2]>({'n', 'o'}), "\"te\"\"no\"");
+    EXPECT_EQ(to_json("text", 0), "Serialization of std::string failed");
 }
 
 }  // namespace

@@ -128,24 +128,6 @@ TEST(MultiLink, StandsInANeighborReportUnderAnIdOfItsOwn) {
     EXPECT_EQ(written(probe), "Only Basic Multi-Link elements allowed in Neighbor Report");
 }
 
-TEST(MultiLink, IsPutTogetherFromFragmentsAndTakenApartAgain) {
-    const test::Maker<test::Element> make = [] { return std::make_unique<MultiLink>(); };
-    for (const test::Sample& sample : test::vectors("fragmented_multi_link")) {
-        test::Octets octets = sample.octets;
-        EXPECT_EQ(test::check_ways_of_reading_agree(make, octets), "") << sample.name;
-        if (sample.error.empty()) {
-            octets.insert(octets.end(), {0x0A, 0x00});  // another element
-        }
-        const auto reading = test::read_from_memory(make(), octets);
-        EXPECT_EQ(reading.error, sample.error) << sample.name;
-        if (reading.ok()) {
-            EXPECT_EQ(static_cast<std::size_t>(reading.position), sample.octets.size());
-            EXPECT_EQ(written(*reading.object), test::to_hex(sample.written)) << sample.name;
-            EXPECT_EQ(reading.object->get_length(), sample.written.size()) << sample.name;
-        }
-    }
-}
-
 TEST(MultiLink, ContinuesNoLongerThanAFrameMay) {
     MultiLink refused;
     test::Octets octets;

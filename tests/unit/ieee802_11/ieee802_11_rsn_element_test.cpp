@@ -95,11 +95,6 @@ TEST(RSNElement, IsWrittenUpToItsLastPresentPart) {
     }
 }
 
-TEST(RSNElement, ZeroCapabilitiesCountAsAbsent) {
-    EXPECT_EQ(written(read_as<RSN>("30 0e 01 00 00 0f ac 04 00 00 00 00 00 00 00 00")),
-              "30 06 01 00 00 0f ac 04");
-}
-
 TEST(RSNElement, ListsAreBounded) {
     RSN element;
     element.set_pairwise_cipher_list({Suite(4)});

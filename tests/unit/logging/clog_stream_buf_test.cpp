@@ -2,6 +2,7 @@
 #include "nuv/logging/clog_stream_buf.hpp"
 
 #include <locale>
+#include <thread>
 
 #include "nuv/logging/chunk_io_manipulator.hpp"
 #include "nuv/logging/clogmod_proxy.hpp"
@@ -149,6 +150,30 @@ TEST_F(ClogStreamBufTest, OwnChunkSizeGoesBeforeTheDefaultAndZeroMeansTheDefault
     stream() << Chunk(2) << Chunk(0) << "a b c";
     EXPECT_EQ(logged(), (Texts{"a b", "\nc"}));
     set_default_clogger_chunking("default", 0);
+}
+
+TEST(ChunkIOManipulator, StoresItsSizeInAnyStream) {
+    std::ostringstream a;
+    std::ostringstream b;
+    a << ChunkIOManipulator(0xFFFFFFFF) << "text";
+    EXPECT_EQ(static_cast<std::uint32_t>(a.iword(ChunkIOManipulator::xalloc_value())), 0xFFFFFFFF);
+    EXPECT_EQ(b.iword(ChunkIOManipulator::xalloc_value()), 0);
+    EXPECT_EQ(a.str(), "text");
+}
+
+TEST(ChunkTable, IsReadAndWrittenByTwoThreads) {
+    const auto work = [](const std::string& own) {
+        for (std::uint32_t i = 1; i <= 2000; ++i) {
+            set_default_clogger_chunking(own + std::to_string(i % 50), i);
+            set_default_clogger_chunking("shared", i);
+            EXPECT_EQ(get_default_clogger_chunking(own + std::to_string(i % 50)), i);
+            EXPECT_NE(get_default_clogger_chunking("shared"), 0U);
+        }
+    };
+    std::thread other(work, "other");
+    work("own");
+    other.join();
+    EXPECT_EQ(get_default_clogger_chunking("never set"), 0U);
 }
 
 }  // namespace
