@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "nuv/logging/clog_stream_buf.hpp"
 
+#include <new>
 #include <string>
 #include <utility>
 
@@ -59,6 +60,15 @@ int ClogStreamBuf::sync() {
                          [this](const char* piece) { adapter_->log(piece); });
     }
     return 0;
+}
+
+std::stringbuf::int_type ClogStreamBuf::overflow(std::stringbuf::int_type c) {
+    try {
+        return std::stringbuf::overflow(c);
+    } catch (const std::bad_alloc&) {
+        adapter_.reset();  // a record that lacks its end would mislead
+        return std::stringbuf::traits_type::eof();
+    }
 }
 
 }  // namespace nuv::logging
