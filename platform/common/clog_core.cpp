@@ -304,7 +304,8 @@ bool passes(const clogger& logger, const clogmod* module, int level) noexcept {
 
 const char* format_text(std::string& buffer, const char* fmt, std::va_list args) {
     if (std::strcmp(fmt, "%s") == 0) {  // what all C++ callers use
-        return va_arg(args, const char*);
+        const char* const text = va_arg(args, const char*);
+        return text != nullptr ? text : "(null)";
     }
     std::va_list again;
     va_copy(again, args);
