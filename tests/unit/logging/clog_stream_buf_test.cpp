@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "nuv/logging/clog_stream_buf.hpp"
 
+#include <ctime>
 #include <locale>
 
 #include "nuv/logging/chunk_io_manipulator.hpp"
@@ -83,6 +84,15 @@ TEST_F(ClogStreamBufTest, NoCharacterIsLostInPieces) {
         }
         ASSERT_EQ(joined, text) << chunk;
     }
+}
+
+TEST_F(ClogStreamBufTest, CuttingTakesTimeInProportionToTheLength) {
+    constexpr std::size_t LENGTH = 4'000'000;
+    const std::clock_t before = std::clock();
+    stream() << Chunk(100) << std::string(LENGTH, 'x');
+    EXPECT_LT((std::clock() - before) / CLOCKS_PER_SEC,
+              5);  // in proportion to its square: 20 and more
+    EXPECT_EQ(logged().size(), (LENGTH - 2) / 99 + 1);
 }
 
 TEST_F(ClogStreamBufTest, PendingTextIsLoggedOnceWhateverTheStreamSays) {
