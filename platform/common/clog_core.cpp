@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "platform/common/clog_core.hpp"
 
+#include <pthread.h>
+
 #include <algorithm>
 #include <cerrno>
 #include <chrono>
@@ -9,6 +11,7 @@
 #include <new>
 #include <system_error>
 #include <type_traits>
+#include <utility>
 
 namespace nuv::platform::clog {
 
@@ -16,8 +19,31 @@ namespace {
 
 constexpr std::array LEVEL_NAMES = {"ERROR", "WARN", "INFO", "DEBUG", "TRACE"};
 
-// Set while this thread runs callbacks, under the lock of a logger.
+// Set while this thread runs callbacks or fork handlers, under the lock of a logger.
 thread_local bool delivering = false;
+
+thread_local bool forking = false;
+std::mutex fork_mutex;  // or two threads that fork might lock the loggers in different orders
+
+// A fork waits for the records under way, so that the child finds no logger locked. A callback that
+// forks has the lock of its logger and must not wait for the others: their callbacks may fork, too.
+// Its child inherits `delivering`, so nothing that it calls waits for a lock.
+void before_fork() noexcept {
+    if (!delivering) {
+        fork_mutex.lock();
+        Registry::get().loggers.for_each([](clogger& logger) { logger.outputs.before_fork(); });
+        delivering = forking = true;  // handlers of others may log
+    }
+}
+
+template <void (Outputs::*Release)() noexcept>
+void after_fork() noexcept {
+    if (forking) {
+        Registry::get().loggers.for_each([](clogger& logger) { (logger.outputs.*Release)(); });
+        delivering = forking = false;
+        fork_mutex.unlock();
+    }
+}
 
 template <typename Action>
 int guarded(Action action) noexcept {
@@ -215,6 +241,29 @@ void Outputs::clear() {
     update_taken();
 }
 
+void Outputs::before_fork() noexcept {
+    mutex_.lock();
+    forking_ = true;
+}
+
+void Outputs::after_fork_in_parent() noexcept {
+    if (std::exchange(forking_, false)) {  // else the logger was made meanwhile
+        mutex_.unlock();
+    }
+}
+
+void Outputs::after_fork_in_child() noexcept {
+    if (!forking_) {  // made meanwhile by a thread that the child lacks: it begins without outputs
+        std::construct_at(this);
+        return;
+    }
+    std::erase_if(outputs_, [](const Output& output) {
+        return output.sink != nullptr && !output.sink->inherited();
+    });
+    update_taken();
+    after_fork_in_parent();
+}
+
 void Outputs::update_taken() {
     unsigned taken = 0;
     for (const auto& output : outputs_) {
@@ -276,7 +325,11 @@ std::vector<std::string> Outputs::describe() const {
     return lines;
 }
 
-Registry::Registry() { set_up_default_logger(); }
+Registry::Registry() {
+    ::pthread_atfork(before_fork, after_fork<&Outputs::after_fork_in_parent>,
+                     after_fork<&Outputs::after_fork_in_child>);
+    set_up_default_logger();
+}
 
 Registry& Registry::get() {
     // Static objects of others log from their destructors.

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "nuv/logging/chunk_io_manipulator.hpp"
 
+#include <pthread.h>
+
 #include <array>
 #include <cstddef>
 #include <functional>
@@ -38,6 +40,14 @@ struct ChunkTable {
         return found == sizes.end() ? 0 : found->second;
     }
 };
+
+// So that no forked child finds the table locked. Done before anything else: a platform whose own
+// handlers wait for callbacks, which may wait for this lock, has to be asked before this is locked,
+// and the handlers that were added last are asked first.
+[[gnu::constructor(101)]] void watch_forks() {
+    const auto unlock = [] { ChunkTable::get().mutex.unlock(); };
+    ::pthread_atfork([] { ChunkTable::get().mutex.lock(); }, unlock, unlock);
+}
 
 }  // namespace
 

@@ -1,6 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "nuv/logging/chunk_io_manipulator.hpp"
 
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <atomic>
 #include <thread>
 
 #include "tests/support/test.hpp"
@@ -30,6 +34,27 @@ TEST(ChunkTable, IsReadAndWrittenByTwoThreads) {
     work("own");
     other.join();
     EXPECT_EQ(get_default_clogger_chunking("never set"), 0U);
+}
+
+TEST(ChunkTable, IsUnlockedInChildrenForkedWhileAThreadUsesIt) {
+    std::atomic<bool> stop{false};
+    std::thread busy([&] {
+        while (!stop) {
+            set_default_clogger_chunking("a name that needs memory", 0);
+        }
+    });
+    for (int i = 0; i < 50; ++i) {
+        const pid_t child = ::fork();
+        if (child == 0) {
+            ::alarm(10);
+            ::_exit(static_cast<int>(get_default_clogger_chunking("never set")));
+        }
+        int status = -1;
+        ::waitpid(child, &status, 0);
+        EXPECT_EQ(status, 0);
+    }
+    stop = true;
+    busy.join();
 }
 
 }  // namespace
