@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <cerrno>
 #include <chrono>
+#include <locale>
 #include <mutex>
 #include <optional>
 #include <set>
@@ -133,6 +134,7 @@ template <typename... Args>
 std::optional<int> noted(const char* function, Args... args) {
     if (auto* const fake = FakePlatform::current()) {
         std::ostringstream call;
+        call.imbue(std::locale::classic());
         const char* separator = "";
         call << function << '(';
         ((call << separator, print(call, args), separator = ", "), ...);

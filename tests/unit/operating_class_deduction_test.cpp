@@ -7,6 +7,7 @@
 #include "tests/support/channel_info_text.hpp"
 #include "tests/support/channels.hpp"
 #include "tests/support/failures.hpp"
+#include "tests/support/foreign_locale.hpp"
 #include "tests/support/test.hpp"
 #include "tests/support/vectors.hpp"
 
@@ -243,6 +244,7 @@ TEST(OperatingClassDeduction, ListsSupportTheClassesTheirChannelsAreCapableOf) {
 }
 
 TEST(OperatingClassDeduction, PrintsItsTableForPeople) {
+    const test::ForeignLocale foreign;
     std::ostringstream os;
     const OpclassLookup lookup(
         {{128, KiloHertz{5000000}, MegaHertz{80}, {36, 40, 44, 48}, {42}, {}},

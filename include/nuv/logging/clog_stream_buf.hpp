@@ -16,6 +16,8 @@ namespace nuv::logging {
 /// chunk size (ChunkIOManipulator, else the adapter's) becomes several records, cut at newlines or
 /// blanks where there are any.
 ///
+/// Numbers are written in the classic locale unless another one is imbued.
+///
 /// Without an adapter text is accepted and discarded; so is a text that finds no memory, and all that
 /// follows it. Not to be shared between threads.
 class NUV_EXPORT ClogStreamBuf : public std::ostream, public std::stringbuf {

@@ -8,10 +8,10 @@
 #include <concepts>
 #include <optional>
 #include <ostream>
-#include <sstream>
 #include <string>
 #include <string_view>
 
+#include "internal/classic_stream.hpp"
 #include "internal/optional_platform.hpp"
 #include "nuv_platform/clog.h"
 
@@ -98,7 +98,7 @@ private:
     const char* function_;
     int line_;
     std::string text_;
-    std::optional<std::ostringstream> stream_;
+    std::optional<ClassicStream> stream_;
     bool lost_ = false;
 };
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "nuv/logging/clog_stream_buf.hpp"
 
+#include <locale>
 #include <new>
 #include <string>
 #include <utility>
@@ -15,6 +16,7 @@ ClogStreamBuf::ClogStreamBuf() : ClogStreamBuf(nullptr) {}
 ClogStreamBuf::ClogStreamBuf(std::unique_ptr<ClogAdapterBase> adapter)
     : std::ostream(nullptr), std::stringbuf(std::ios_base::out), adapter_(std::move(adapter)) {
     rdbuf(this);
+    imbue(std::locale::classic());  // records look the same in every program
 }
 
 ClogStreamBuf::~ClogStreamBuf() { log_pending(); }
