@@ -139,8 +139,27 @@ void append_source(std::string& line, const clogger_msg_info& info) {
     line.append(info.function);
 }
 
+// What an output that people or tools read line by line gets for a text that may come from outside.
+// The newline at the beginning is that of a chunk of a longer record.
+void append_escaped(std::string& line, std::string_view text) {
+    constexpr std::string_view DIGITS = "0123456789abcdef";
+    const auto is_control = [](unsigned char octet) { return octet < 0x20 || octet == 0x7F; };
+    auto plain = text.begin() + (text.starts_with('\n') ? 1 : 0);
+    line.append(text.begin(), plain);
+    for (;;) {
+        const auto control = std::find_if(plain, text.end(), is_control);
+        line.append(plain, control);
+        if (control == text.end()) {
+            return;
+        }
+        const auto octet = static_cast<unsigned char>(*control);
+        line.append({'\\', 'x', DIGITS[octet >> 4U], DIGITS[octet & 0xFU]});
+        plain = control + 1;
+    }
+}
+
 void append_line(std::string& line, const clogger_msg_info& info, unsigned fields,
-                 clogger_snprintf_time time_function) {
+                 clogger_snprintf_time time_function, bool escaped) {
     const auto field = [&](clogger_field bit, auto append) {
         const auto before = line.size();
         if ((fields & bit) != 0) {
@@ -158,7 +177,7 @@ void append_line(std::string& line, const clogger_msg_info& info, unsigned field
         line.back() = ':';
         line += ' ';
     }
-    line += info.text;
+    escaped ? append_escaped(line, info.text) : void(line += info.text);
 }
 
 }  // namespace
@@ -294,11 +313,12 @@ void Outputs::deliver(const clogger_msg_info& info) noexcept {
 }
 
 std::string_view Outputs::compose(const Output& output, const clogger_msg_info& info) {
-    if (output.fields == CLOGGER_FIELD_NONE && !output.newline) {
+    const bool escaped = output.kind < Kind::FUNCTION;
+    if (output.fields == CLOGGER_FIELD_NONE && !output.newline && !escaped) {
         return info.text;
     }
     line_.clear();
-    append_line(line_, info, output.fields, time_function_);
+    append_line(line_, info, output.fields, time_function_, escaped);
     if (output.newline) {
         line_ += '\n';
     }

@@ -29,6 +29,30 @@
 namespace {
 
 namespace fs = std::filesystem;
+using Lines = std::vector<std::string>;
+
+/// Reads a ring as clog_ring.h tells it.
+std::string read_ring(const std::string& name) {
+    const int fd = ::shm_open((CLOGGER_RING_PREFIX + name).c_str(), O_RDONLY, 0);
+    struct stat status {};
+    if (fd < 0 || ::fstat(fd, &status) != 0) {
+        return "no ring";
+    }
+    std::string bytes(static_cast<std::size_t>(status.st_size), '\0');
+    const ssize_t got = ::pread(fd, bytes.data(), bytes.size(), 0);
+    ::close(fd);
+    clogger_ring ring{};
+    std::memcpy(&ring, bytes.data(), sizeof ring);
+    if (got != status.st_size || bytes.size() != sizeof ring + ring.size ||
+        std::memcmp(ring.magic, CLOGGER_RING_MAGIC, sizeof ring.magic) != 0) {
+        return "damaged";
+    }
+    std::string text;
+    for (auto at = ring.begun < ring.size ? 0 : ring.begun - ring.size; at < ring.written; ++at) {
+        text += bytes[sizeof ring + static_cast<std::size_t>(at % ring.size)];
+    }
+    return text;
+}
 
 class ClogOutputs : public testing::Test {
 public:
@@ -91,6 +115,39 @@ TEST_F(ClogOutputs, FileIsAppendedToAndSetAsideWhenFull) {
     EXPECT_EQ(content(file), "alone\n");
     EXPECT_EQ(content(older(1)), "fourth........\n");
     EXPECT_EQ(clogger_rm_file(logger, file.c_str()), 0);
+}
+
+TEST_F(ClogOutputs, ControlOctetsAreEscapedExceptANewlineThatBeginsTheText) {
+    const std::pair<const char*, const char*> rows[] = {
+        {"plain h\u00fctte \\ \"", "plain h\u00fctte \\ \""},
+        {"net\nERROR m: forged", "net\\x0aERROR m: forged"},
+        {"\x1b[2J\t\r\x7f", "\\x1b[2J\\x09\\x0d\\x7f"},
+        {"\npiece\n", "\npiece\\x0a"},
+        {"\n\n", "\n\\x0a"},
+        {"", ""},
+    };
+    Lines raw;
+    const auto keep = [](void* ctx, const char* line) {
+        static_cast<Lines*>(ctx)->emplace_back(line);
+    };
+    ASSERT_EQ(clogger_add_function(logger, keep, &raw, 0, 31, 0), 0);
+    ASSERT_EQ(clogger_add_file(logger, file.c_str(), 0, nullptr, 31, CLOGGER_FIELD_NONE), 0);
+    ASSERT_EQ(clogger_add_shringbuf(logger, name.c_str(), 1024, 31, CLOGGER_FIELD_NONE), 0);
+    ASSERT_EQ(clogger_enable_stderr(logger, 31, CLOGGER_FIELD_LEVEL), 0);
+    std::string lines;
+    for (const auto& [text, line] : rows) {
+        testing::internal::CaptureStderr();
+        log(text);
+        EXPECT_EQ(testing::internal::GetCapturedStderr(), std::string("INFO: ") + line + '\n');
+        EXPECT_EQ(raw.back(), text);
+        lines.append(line).append("\n");
+    }
+    EXPECT_EQ(content(file), lines);
+    EXPECT_EQ(read_ring(name), lines);
+    clogger_rm_function(logger, keep, &raw);
+    clogger_rm_file(logger, file.c_str());
+    clogger_rm_shringbuf(logger, name.c_str());
+    clogger_disable_stderr(logger);
 }
 
 TEST_F(ClogOutputs, FileThatCannotBeOpenedIsRefusedWithTheReason) {
@@ -193,29 +250,6 @@ TEST_F(ClogOutputs, LineIsWrittenWholeWhileAnotherThreadInterrupts) {
     reader.join();
     EXPECT_TRUE(text == line) << text.size();
     ::sigaction(SIGUSR1, &before, nullptr);
-}
-
-/// Reads a ring as clog_ring.h tells it.
-std::string read_ring(const std::string& name) {
-    const int fd = ::shm_open((CLOGGER_RING_PREFIX + name).c_str(), O_RDONLY, 0);
-    struct stat status {};
-    if (fd < 0 || ::fstat(fd, &status) != 0) {
-        return "no ring";
-    }
-    std::string bytes(static_cast<std::size_t>(status.st_size), '\0');
-    const ssize_t got = ::pread(fd, bytes.data(), bytes.size(), 0);
-    ::close(fd);
-    clogger_ring ring{};
-    std::memcpy(&ring, bytes.data(), sizeof ring);
-    if (got != status.st_size || bytes.size() != sizeof ring + ring.size ||
-        std::memcmp(ring.magic, CLOGGER_RING_MAGIC, sizeof ring.magic) != 0) {
-        return "damaged";
-    }
-    std::string text;
-    for (auto at = ring.begun < ring.size ? 0 : ring.begun - ring.size; at < ring.written; ++at) {
-        text += bytes[sizeof ring + static_cast<std::size_t>(at % ring.size)];
-    }
-    return text;
 }
 
 TEST_F(ClogOutputs, RingKeepsTheNewestLines) {

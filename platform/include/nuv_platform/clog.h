@@ -87,6 +87,10 @@ enum clogger_level {
  * `CLOGGER_FIELD_TIME | CLOGGER_FIELD_LEVEL | CLOGGER_FIELD_MODULE` for stderr, stdout, files and
  * ring buffers, `CLOGGER_FIELD_MODULE` for syslog, `CLOGGER_FIELD_NONE` for callbacks. A field that
  * is empty for a record is left out.
+ *
+ * All outputs except callbacks show control octets of the text (0 to 31 and 127) as `\x1b`, so that a
+ * text from outside forges no line and commands no terminal. A newline that begins the text stays:
+ * the pieces of a record that was cut begin with one.
  */
 enum clogger_field {
     CLOGGER_FIELD_TIME = 1, /**< UTC, "2015-11-03T12:34:56.123Z", or what the time function wrote */
