@@ -285,7 +285,7 @@ TEST_F(ClogOutputs, ChildrenForkedWhileThreadsLogMayLog) {
     std::thread busy([&] {
         for (int i = 0; !stop; ++i) {
             log("parent");
-            clogger_alloc((name + std::to_string(i % 300)).c_str());
+            clogger_alloc((name + std::to_string(i % 9)).c_str());
         }
     });
     for (int i = 0; i < 20; ++i) {
