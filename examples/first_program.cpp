@@ -5,6 +5,7 @@
 
 #include "nuv/ieee802_11/ieee802_11_assoc_request_frame.hpp"
 #include "nuv/ieee802_11/rsn_security.hpp"
+#include "nuv/printable.hpp"
 
 int main() {
     constexpr std::array<std::uint8_t, 42> body{
@@ -21,7 +22,7 @@ int main() {
         std::cerr << "not an association request: " << e.what() << '\n';
         return 1;
     }
-    std::cout << "network: " << frame.get_ssid() << '\n';
+    std::cout << "network: " << nuv::to_printable(frame.get_ssid().string_view()).text << '\n';
     if (const auto* rsn = frame.get_optional_element<nuv::ieee802_11::IEEE802_11_RSNElement>()) {
         std::cout << "security: " << security_from_rsn_element(*rsn) << '\n';
     }

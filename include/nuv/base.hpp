@@ -8,6 +8,7 @@
 #include "nuv/dynamic_value.hpp"
 #include "nuv/export.hpp"
 #include "nuv/fixed_byte_buffer.hpp"
+#include "nuv/printable.hpp"
 #include "nuv/small_set.hpp"
 #include "nuv/small_vector.hpp"
 #include "nuv/version.hpp"

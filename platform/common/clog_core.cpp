@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "platform/common/clog_core.hpp"
 
+#include <pthread.h>
+
 #include <algorithm>
 #include <cerrno>
 #include <chrono>
@@ -9,6 +11,7 @@
 #include <new>
 #include <system_error>
 #include <type_traits>
+#include <utility>
 
 namespace nuv::platform::clog {
 
@@ -16,8 +19,31 @@ namespace {
 
 constexpr std::array LEVEL_NAMES = {"ERROR", "WARN", "INFO", "DEBUG", "TRACE"};
 
-// Set while this thread runs callbacks, under the lock of a logger.
+// Set while this thread runs callbacks or fork handlers, under the lock of a logger.
 thread_local bool delivering = false;
+
+thread_local bool forking = false;
+std::mutex fork_mutex;  // or two threads that fork might lock the loggers in different orders
+
+// A fork waits for the records under way, so that the child finds no logger locked. A callback that
+// forks has the lock of its logger and must not wait for the others: their callbacks may fork, too.
+// Its child inherits `delivering`, so nothing that it calls waits for a lock.
+void before_fork() noexcept {
+    if (!delivering) {
+        fork_mutex.lock();
+        Registry::get().loggers.for_each([](clogger& logger) { logger.outputs.before_fork(); });
+        delivering = forking = true;  // handlers of others may log
+    }
+}
+
+template <void (Outputs::*Release)() noexcept>
+void after_fork() noexcept {
+    if (forking) {
+        Registry::get().loggers.for_each([](clogger& logger) { (logger.outputs.*Release)(); });
+        delivering = forking = false;
+        fork_mutex.unlock();
+    }
+}
 
 template <typename Action>
 int guarded(Action action) noexcept {
@@ -113,8 +139,27 @@ void append_source(std::string& line, const clogger_msg_info& info) {
     line.append(info.function);
 }
 
+// What an output that people or tools read line by line gets for a text that may come from outside.
+// The newline at the beginning is that of a chunk of a longer record.
+void append_escaped(std::string& line, std::string_view text) {
+    constexpr std::string_view DIGITS = "0123456789abcdef";
+    const auto is_control = [](unsigned char octet) { return octet < 0x20 || octet == 0x7F; };
+    auto plain = text.begin() + (text.starts_with('\n') ? 1 : 0);
+    line.append(text.begin(), plain);
+    for (;;) {
+        const auto control = std::find_if(plain, text.end(), is_control);
+        line.append(plain, control);
+        if (control == text.end()) {
+            return;
+        }
+        const auto octet = static_cast<unsigned char>(*control);
+        line.append({'\\', 'x', DIGITS[octet >> 4U], DIGITS[octet & 0xFU]});
+        plain = control + 1;
+    }
+}
+
 void append_line(std::string& line, const clogger_msg_info& info, unsigned fields,
-                 clogger_snprintf_time time_function) {
+                 clogger_snprintf_time time_function, bool escaped) {
     const auto field = [&](clogger_field bit, auto append) {
         const auto before = line.size();
         if ((fields & bit) != 0) {
@@ -132,7 +177,7 @@ void append_line(std::string& line, const clogger_msg_info& info, unsigned field
         line.back() = ':';
         line += ' ';
     }
-    line += info.text;
+    escaped ? append_escaped(line, info.text) : void(line += info.text);
 }
 
 }  // namespace
@@ -215,6 +260,29 @@ void Outputs::clear() {
     update_taken();
 }
 
+void Outputs::before_fork() noexcept {
+    mutex_.lock();
+    forking_ = true;
+}
+
+void Outputs::after_fork_in_parent() noexcept {
+    if (std::exchange(forking_, false)) {  // else the logger was made meanwhile
+        mutex_.unlock();
+    }
+}
+
+void Outputs::after_fork_in_child() noexcept {
+    if (!forking_) {  // made meanwhile by a thread that the child lacks: it begins without outputs
+        std::construct_at(this);
+        return;
+    }
+    std::erase_if(outputs_, [](const Output& output) {
+        return output.sink != nullptr && !output.sink->inherited();
+    });
+    update_taken();
+    after_fork_in_parent();
+}
+
 void Outputs::update_taken() {
     unsigned taken = 0;
     for (const auto& output : outputs_) {
@@ -245,11 +313,12 @@ void Outputs::deliver(const clogger_msg_info& info) noexcept {
 }
 
 std::string_view Outputs::compose(const Output& output, const clogger_msg_info& info) {
-    if (output.fields == CLOGGER_FIELD_NONE && !output.newline) {
+    const bool escaped = output.kind < Kind::FUNCTION;
+    if (output.fields == CLOGGER_FIELD_NONE && !output.newline && !escaped) {
         return info.text;
     }
     line_.clear();
-    append_line(line_, info, output.fields, time_function_);
+    append_line(line_, info, output.fields, time_function_, escaped);
     if (output.newline) {
         line_ += '\n';
     }
@@ -276,7 +345,11 @@ std::vector<std::string> Outputs::describe() const {
     return lines;
 }
 
-Registry::Registry() { set_up_default_logger(); }
+Registry::Registry() {
+    ::pthread_atfork(before_fork, after_fork<&Outputs::after_fork_in_parent>,
+                     after_fork<&Outputs::after_fork_in_child>);
+    set_up_default_logger();
+}
 
 Registry& Registry::get() {
     // Static objects of others log from their destructors.
@@ -304,7 +377,8 @@ bool passes(const clogger& logger, const clogmod* module, int level) noexcept {
 
 const char* format_text(std::string& buffer, const char* fmt, std::va_list args) {
     if (std::strcmp(fmt, "%s") == 0) {  // what all C++ callers use
-        return va_arg(args, const char*);
+        const char* const text = va_arg(args, const char*);
+        return text != nullptr ? text : "(null)";
     }
     std::va_list again;
     va_copy(again, args);

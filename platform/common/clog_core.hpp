@@ -82,6 +82,9 @@ public:
 
     /// `line` ends in a NUL that does not count. May throw; the line is lost then.
     virtual void write(const clogger_msg_info& info, std::string_view line) = 0;
+
+    /// Whether a forked child has this output, too.
+    virtual bool inherited() const { return true; }
 };
 
 /// The outputs and filters of one logger. The int results are those of clog.h.
@@ -95,6 +98,11 @@ public:
     /// Whether any output takes records of this level.
     bool take(int level) const noexcept { return ((taken_ >> level) & 1) != 0; }
     void deliver(const clogger_msg_info& info) noexcept;
+
+    /// No other thread is at work on these outputs between the first of these and one of the others.
+    void before_fork() noexcept;
+    void after_fork_in_parent() noexcept;
+    void after_fork_in_child() noexcept;
 
     /// One line for each, as the calls that add them. Throws std::system_error EDEADLK in a callback
     /// of a logger.
@@ -119,13 +127,15 @@ private:
     std::string_view compose(const Output& output, const clogger_msg_info& info);
 
     mutable std::mutex mutex_;
+    bool forking_ = false;
     std::vector<Output> outputs_;  // filters included, they have no sink
     clogger_snprintf_time time_function_ = nullptr;
     std::string line_;
     std::atomic<unsigned> taken_{0};
 };
 
-/// Objects by name, made on demand and never destroyed, so that looking one up needs no lock.
+/// Objects by name, made on demand and never destroyed. Nothing needs a lock, so that a forked child
+/// finds none locked.
 template <typename T>
 class NameTable {
 public:
@@ -144,14 +154,15 @@ public:
         if (T* const found = find(name); found != nullptr || name.empty()) {
             return found;
         }
-        const std::lock_guard lock(mutex_);
-        if (T* const found = find(name)) {
-            return found;
-        }
         try {
             auto made = std::make_unique<T>(name);
             made->next = bucket(name);
-            bucket(name).store(made.get(), std::memory_order_release);
+            while (!bucket(name).compare_exchange_weak(made->next, made.get(),
+                                                       std::memory_order_acq_rel)) {
+                if (T* const found = find(name)) {  // another thread was faster
+                    return found;
+                }
+            }
             return made.release();
         } catch (const std::bad_alloc&) {
             return nullptr;
@@ -173,7 +184,6 @@ private:
     }
 
     mutable std::array<std::atomic<T*>, 64> buckets_{};
-    std::mutex mutex_;
 };
 
 struct Registry {

@@ -6,6 +6,7 @@
 #include <cerrno>
 #include <cstdarg>
 #include <cstdio>
+#include <cstdlib>
 #include <string>
 #include <thread>
 #include <utility>
@@ -160,7 +161,11 @@ TEST_F(ClogContract, TextIsFormattedLikePrintf) {
     clogmod__err(module, "f", "g", 1, "%s", "%n%s");
     clogmod__err(module, "f", "g", 1, "%s", longer.c_str());
     clogmod__err(module, "f", "g", 1, "<%s>", longer.c_str());
-    EXPECT_EQ(take(), (Lines{"3 of four", "%n%s", longer, "<" + longer + ">"}));
+    const char* const none = std::getenv("NO SUCH VARIABLE");  // the compiler knows a literal NULL
+    clogmod__err(module, "f", "g", 1, "%s", none);
+    clogmod__err(module, "f", "g", 1, "<%s>", none);
+    EXPECT_EQ(take(),
+              (Lines{"3 of four", "%n%s", longer, "<" + longer + ">", "(null)", "<(null)>"}));
 }
 
 TEST_F(ClogContract, ExtendedFunctionSeesTheWholeRecord) {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <cerrno>
 #include <chrono>
+#include <locale>
 #include <mutex>
 #include <optional>
 #include <set>
@@ -133,6 +134,7 @@ template <typename... Args>
 std::optional<int> noted(const char* function, Args... args) {
     if (auto* const fake = FakePlatform::current()) {
         std::ostringstream call;
+        call.imbue(std::locale::classic());
         const char* separator = "";
         call << function << '(';
         ((call << separator, print(call, args), separator = ", "), ...);
@@ -202,16 +204,19 @@ void write(clogger& logger, const clogmod* module, clogger_msg_info& info, const
     }
     info.time_us =
         std::chrono::duration_cast<std::chrono::microseconds>(fake->clock().now()).count();
-    std::string buffer;
-    info.text = format_text(buffer, fmt, args);
-    {
-        auto& state = fake->log().state();
-        const std::lock_guard lock(state.mutex);
-        state.records.push_back({info.level, info.logger, info.module, info.file, info.function,
-                                 info.line, info.debug_arg, info.text});
-    }
-    if (passes(logger, module, info.level)) {
-        logger.outputs.deliver(info);
+    try {
+        std::string buffer;
+        info.text = format_text(buffer, fmt, args);
+        {
+            auto& state = fake->log().state();
+            const std::lock_guard lock(state.mutex);
+            state.records.push_back({info.level, info.logger, info.module, info.file, info.function,
+                                     info.line, info.debug_arg, info.text});
+        }
+        if (passes(logger, module, info.level)) {
+            logger.outputs.deliver(info);
+        }
+    } catch (const std::bad_alloc&) {  // no memory for the record
     }
 }
 

@@ -21,8 +21,8 @@ void FakeService::fail_next(const std::string& function, int result, unsigned ti
     found->second = {result, times};
 }
 
-std::optional<int> FakeService::take_failure(const std::string& function) {
-    auto& failure = failures_.at(function);
+std::optional<int> FakeService::take_failure(std::string_view function) {
+    auto& failure = failures_.find(function)->second;
     if (failure.times == 0) {
         return std::nullopt;
     }

@@ -27,6 +27,7 @@ void check(bool good, int error = 0) {
 
 RingSink::RingSink(const std::string& name, std::uint32_t size)
     : object_(CLOGGER_RING_PREFIX + name),
+      owner_(::getpid()),
       size_(size),
       fd_(::shm_open(object_.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, S_IRUSR | S_IWUSR)) {
     check(fd_ >= 0);
@@ -40,7 +41,9 @@ RingSink::RingSink(const std::string& name, std::uint32_t size)
 
 RingSink::~RingSink() {
     ::munmap(ring_, sizeof *ring_ + size_);
-    ::shm_unlink(object_.c_str());
+    if (::getpid() == owner_) {
+        ::shm_unlink(object_.c_str());
+    }
     ::close(fd_);
 }
 
@@ -72,6 +75,9 @@ void RingSink::map() {
 }
 
 void RingSink::write(const clogger_msg_info& /*info*/, std::string_view line) {
+    if (::getpid() != owner_) {  // a child that was made without its fork handlers
+        return;
+    }
     line = line.substr(0, size_);
     const std::uint64_t begin = ring_->written;
     const std::uint64_t end = begin + line.size();

@@ -3,15 +3,14 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <locale>
 #include <ostream>
-#include <sstream>
 #include <string>
 #include <string_view>
 #include <tuple>
 #include <utility>
 #include <vector>
 
+#include "internal/classic_stream.hpp"
 #include "internal/dbm.hpp"
 #include "internal/json_nullable.hpp"
 #include "internal/stamped_fields.hpp"
@@ -170,8 +169,7 @@ void ChannelEntry::deserialize_impl(YAJLNode& node, SerializationContext& ctx) {
 }
 
 std::ostream& operator<<(std::ostream& os, const ChannelEntry& entry) {
-    std::ostringstream text;
-    text.imbue(std::locale::classic());
+    impl::ClassicStream text;
     text << ' ' << int{entry.get_channel()} << " | " << entry.get_frequency().count() << " kHz | "
          << entry.get_max_regulatory_power().get() << " | " << entry.get_capability_flags() << " | "
          << entry.get_state_flags().get() << " | " << entry.get_config_flags().get() << " | "

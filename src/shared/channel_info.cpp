@@ -3,16 +3,15 @@
 
 #include <algorithm>
 #include <functional>
-#include <locale>
 #include <optional>
 #include <ostream>
-#include <sstream>
 #include <stdexcept>
 #include <string>
 #include <string_view>
 #include <tuple>
 #include <utility>
 
+#include "internal/classic_stream.hpp"
 #include "internal/dbm.hpp"
 #include "internal/json_nullable.hpp"
 #include "internal/log_module.hpp"
@@ -178,8 +177,7 @@ void ChannelInfo::deserialize_impl(YAJLNode& node, SerializationContext& ctx) {
 
 std::ostream& operator<<(std::ostream& os, const ChannelInfo& info) {
     constexpr const char* UNSET = "---";
-    std::ostringstream text;
-    text.imbue(std::locale::classic());
+    impl::ClassicStream text;
     text << "primary frequency: "
          << impl::if_set(info.get_primary_frequency(), text_with_channel).value_or(UNSET)
          << ", segment info: ";

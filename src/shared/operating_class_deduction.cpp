@@ -4,11 +4,11 @@
 #include <algorithm>
 #include <optional>
 #include <ostream>
-#include <sstream>
 #include <stdexcept>
 #include <utility>
 
 #include "internal/channel_raster.hpp"
+#include "internal/classic_stream.hpp"
 #include "internal/enum_table.hpp"
 #include "internal/operating_class_tables.hpp"
 #include "nuv/channel_entry.hpp"
@@ -181,7 +181,7 @@ std::vector<std::string> ranges_of(const OpclassDefinition& row) {
     std::vector<std::string> ranges;
     const int half = row.channel_spacing.count() * 500;
     for (const KiloHertz center : frequencies_of(row, centers_of(row))) {
-        std::ostringstream range;
+        impl::ClassicStream range;
         range << (center.count() - half) / 1e3 << '-' << (center.count() + half) / 1e3;
         ranges.push_back(std::move(range).str());
     }
@@ -382,7 +382,7 @@ SmallVector<std::uint8_t, 2> OpclassLookup::get_opclasses_from_channel_info(
     auto opclasses = deduce(info);
     const auto* missing = std::ranges::find(opclasses, 0);
     if (missing != opclasses.end()) {
-        std::ostringstream text;
+        impl::ClassicStream text;
         text << "No mapping available for "
              << (missing == opclasses.begin() ? "primary" : "secondary")
              << " segment of channel info " << info;
@@ -445,17 +445,19 @@ std::vector<KiloHertz> OpclassLookup::get_primary_frequencies_with_capabilities(
 }
 
 void OpclassLookup::print_lookup_table(std::ostream& os) const {
-    os << "Full lookup table:\n";
+    impl::ClassicStream text;
+    text << "Full lookup table:\n";
     for (const auto& [spacing, rows] : groups_) {
-        os << "Channel Width: " << spacing.count() << " MHz\n";
+        text << "Channel Width: " << spacing.count() << " MHz\n";
         for (const OpclassDefinition& row : rows) {
-            os << "  Opclass: " << int{row.opclass};
-            print_list(os, ", Channel List: [", numbers(row.channels));
-            print_list(os, ", Freq Ranges: [", ranges_of(row));
-            print_list(os, ", Behavior: [", numbers(row.behaviors));
-            os << '\n';
+            text << "  Opclass: " << int{row.opclass};
+            print_list(text, ", Channel List: [", numbers(row.channels));
+            print_list(text, ", Freq Ranges: [", ranges_of(row));
+            print_list(text, ", Behavior: [", numbers(row.behaviors));
+            text << '\n';
         }
     }
+    os << text.view();
 }
 
 const OpclassLookup& get_channel_opclasses_global() {

@@ -5,6 +5,7 @@
 
 #include "nuv/logging/chunk_io_manipulator.hpp"
 #include "nuv_platform/fake/fake_platform.hpp"
+#include "tests/support/foreign_locale.hpp"
 #include "tests/support/test.hpp"
 
 namespace nuv::logging {
@@ -67,6 +68,7 @@ TEST(LogModule, LineReadsLikeAStream) {
     write(expected);
     ASSERT_TRUE(module.enabled(impl::LogModule::error));
     {
+        const test::ForeignLocale foreign;
         impl::LogLine line(module, impl::LogModule::error, "f", "g", 1);
         write(line);
     }

@@ -6,6 +6,7 @@
 #include "nuv/frequency_conversion.hpp"
 #include "tests/support/channels.hpp"
 #include "tests/support/failures.hpp"
+#include "tests/support/foreign_locale.hpp"
 #include "tests/support/vectors.hpp"
 
 namespace nuv::OperatingClassDeduction {
@@ -217,6 +218,7 @@ TEST(OperatingClassDeduction, ListsSupportTheClassesTheirChannelsAreCapableOf) {
 }
 
 TEST(OperatingClassDeduction, PrintsItsTableForPeople) {
+    const test::ForeignLocale foreign;
     std::ostringstream os;
     const OpclassLookup lookup(
         {{128, KiloHertz{5000000}, MegaHertz{80}, {36, 40, 44, 48}, {42}, {}},

@@ -2,6 +2,8 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
+#include <new>
 #include <string>
 #include <string_view>
 #include <tuple>
@@ -25,6 +27,20 @@ public:
     ClogAdapter(std::string name, std::string_view file, std::string_view function,
                 std::int32_t line, Extra... extra)
         : ClogAdapterBase(std::move(name), file, function, line), extra_(extra...) {}
+
+    /// The same from what a log statement has: `file` and `function` may be null. Null without
+    /// memory.
+    static std::unique_ptr<ClogAdapterBase> make(const std::string& name, const char* file,
+                                                 const char* function, std::int32_t line,
+                                                 Extra... extra) noexcept {
+        try {
+            return std::make_unique<ClogAdapter>(name, file != nullptr ? file : "",
+                                                 function != nullptr ? function : "", line,
+                                                 extra...);
+        } catch (const std::bad_alloc&) {
+            return nullptr;
+        }
+    }
 
     void log(const char* text) noexcept override {
         if (Handle* const handle = get_handle()) {

@@ -16,7 +16,10 @@ namespace nuv::logging {
 /// chunk size (ChunkIOManipulator, else the adapter's) becomes several records, cut at newlines or
 /// blanks where there are any.
 ///
-/// Without an adapter text is accepted and discarded. Not to be shared between threads.
+/// Numbers are written in the classic locale unless another one is imbued.
+///
+/// Without an adapter text is accepted and discarded; so is a text that finds no memory, and all that
+/// follows it. Not to be shared between threads.
 class NUV_EXPORT ClogStreamBuf : public std::ostream, public std::stringbuf {
 public:
     ClogStreamBuf();
@@ -35,6 +38,7 @@ public:
 
 protected:
     int sync() override;
+    std::stringbuf::int_type overflow(std::stringbuf::int_type c) override;
 
 private:
     void log_pending() noexcept;

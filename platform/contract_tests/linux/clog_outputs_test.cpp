@@ -10,15 +10,18 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <atomic>
 #include <cerrno>
 #include <csignal>
 #include <cstdint>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
+#include <map>
 #include <sstream>
 #include <string>
 #include <thread>
+#include <vector>
 
 #include "nuv_platform/clog.h"
 #include "nuv_platform/clog_ring.h"
@@ -26,6 +29,30 @@
 namespace {
 
 namespace fs = std::filesystem;
+using Lines = std::vector<std::string>;
+
+/// Reads a ring as clog_ring.h tells it.
+std::string read_ring(const std::string& name) {
+    const int fd = ::shm_open((CLOGGER_RING_PREFIX + name).c_str(), O_RDONLY, 0);
+    struct stat status {};
+    if (fd < 0 || ::fstat(fd, &status) != 0) {
+        return "no ring";
+    }
+    std::string bytes(static_cast<std::size_t>(status.st_size), '\0');
+    const ssize_t got = ::pread(fd, bytes.data(), bytes.size(), 0);
+    ::close(fd);
+    clogger_ring ring{};
+    std::memcpy(&ring, bytes.data(), sizeof ring);
+    if (got != status.st_size || bytes.size() != sizeof ring + ring.size ||
+        std::memcmp(ring.magic, CLOGGER_RING_MAGIC, sizeof ring.magic) != 0) {
+        return "damaged";
+    }
+    std::string text;
+    for (auto at = ring.begun < ring.size ? 0 : ring.begun - ring.size; at < ring.written; ++at) {
+        text += bytes[sizeof ring + static_cast<std::size_t>(at % ring.size)];
+    }
+    return text;
+}
 
 class ClogOutputs : public testing::Test {
 public:
@@ -88,6 +115,39 @@ TEST_F(ClogOutputs, FileIsAppendedToAndSetAsideWhenFull) {
     EXPECT_EQ(content(file), "alone\n");
     EXPECT_EQ(content(older(1)), "fourth........\n");
     EXPECT_EQ(clogger_rm_file(logger, file.c_str()), 0);
+}
+
+TEST_F(ClogOutputs, ControlOctetsAreEscapedExceptANewlineThatBeginsTheText) {
+    const std::pair<const char*, const char*> rows[] = {
+        {"plain h\u00fctte \\ \"", "plain h\u00fctte \\ \""},
+        {"net\nERROR m: forged", "net\\x0aERROR m: forged"},
+        {"\x1b[2J\t\r\x7f", "\\x1b[2J\\x09\\x0d\\x7f"},
+        {"\npiece\n", "\npiece\\x0a"},
+        {"\n\n", "\n\\x0a"},
+        {"", ""},
+    };
+    Lines raw;
+    const auto keep = [](void* ctx, const char* line) {
+        static_cast<Lines*>(ctx)->emplace_back(line);
+    };
+    ASSERT_EQ(clogger_add_function(logger, keep, &raw, 0, 31, 0), 0);
+    ASSERT_EQ(clogger_add_file(logger, file.c_str(), 0, nullptr, 31, CLOGGER_FIELD_NONE), 0);
+    ASSERT_EQ(clogger_add_shringbuf(logger, name.c_str(), 1024, 31, CLOGGER_FIELD_NONE), 0);
+    ASSERT_EQ(clogger_enable_stderr(logger, 31, CLOGGER_FIELD_LEVEL), 0);
+    std::string lines;
+    for (const auto& [text, line] : rows) {
+        testing::internal::CaptureStderr();
+        log(text);
+        EXPECT_EQ(testing::internal::GetCapturedStderr(), std::string("INFO: ") + line + '\n');
+        EXPECT_EQ(raw.back(), text);
+        lines.append(line).append("\n");
+    }
+    EXPECT_EQ(content(file), lines);
+    EXPECT_EQ(read_ring(name), lines);
+    clogger_rm_function(logger, keep, &raw);
+    clogger_rm_file(logger, file.c_str());
+    clogger_rm_shringbuf(logger, name.c_str());
+    clogger_disable_stderr(logger);
 }
 
 TEST_F(ClogOutputs, FileThatCannotBeOpenedIsRefusedWithTheReason) {
@@ -192,29 +252,6 @@ TEST_F(ClogOutputs, LineIsWrittenWholeWhileAnotherThreadInterrupts) {
     ::sigaction(SIGUSR1, &before, nullptr);
 }
 
-/// Reads a ring as clog_ring.h tells it.
-std::string read_ring(const std::string& name) {
-    const int fd = ::shm_open((CLOGGER_RING_PREFIX + name).c_str(), O_RDONLY, 0);
-    struct stat status {};
-    if (fd < 0 || ::fstat(fd, &status) != 0) {
-        return "no ring";
-    }
-    std::string bytes(static_cast<std::size_t>(status.st_size), '\0');
-    const ssize_t got = ::pread(fd, bytes.data(), bytes.size(), 0);
-    ::close(fd);
-    clogger_ring ring{};
-    std::memcpy(&ring, bytes.data(), sizeof ring);
-    if (got != status.st_size || bytes.size() != sizeof ring + ring.size ||
-        std::memcmp(ring.magic, CLOGGER_RING_MAGIC, sizeof ring.magic) != 0) {
-        return "damaged";
-    }
-    std::string text;
-    for (auto at = ring.begun < ring.size ? 0 : ring.begun - ring.size; at < ring.written; ++at) {
-        text += bytes[sizeof ring + static_cast<std::size_t>(at % ring.size)];
-    }
-    return text;
-}
-
 TEST_F(ClogOutputs, RingKeepsTheNewestLines) {
     ASSERT_EQ(clogger_add_shringbuf(logger, name.c_str(), 1024, 31, CLOGGER_FIELD_NONE), 0);
     std::string all;
@@ -231,18 +268,102 @@ TEST_F(ClogOutputs, RingKeepsTheNewestLines) {
     EXPECT_EQ(read_ring(name), "no ring");
 }
 
+/// The result of `function` in a child; a child that hangs is ended.
+int in_child(auto function, pid_t (*make)() = &::fork) {
+    const pid_t child = make();
+    if (child == 0) {
+        ::alarm(10);
+        ::_exit(-function());
+    }
+    int status = 0;
+    return ::waitpid(child, &status, 0) == child && WIFEXITED(status) ? -WEXITSTATUS(status) : 1;
+}
+
+TEST_F(ClogOutputs, ChildrenForkedWhileThreadsLogMayLog) {
+    ASSERT_EQ(clogger_add_file(logger, file.c_str(), 0, nullptr, 31, CLOGGER_FIELD_NONE), 0);
+    std::atomic<bool> stop{false};
+    std::thread busy([&] {
+        for (int i = 0; !stop; ++i) {
+            log("parent");
+            clogger_alloc((name + std::to_string(i % 9)).c_str());
+        }
+    });
+    for (int i = 0; i < 20; ++i) {
+        EXPECT_EQ(in_child([&] {
+                      log("child");
+                      clogger_alloc((name + ".child").c_str());
+                      return clogger_rm_file(logger, file.c_str());
+                  }),
+                  0);
+    }
+    stop = true;
+    busy.join();
+    EXPECT_EQ(clogger_rm_file(logger, file.c_str()), 0);
+    std::istringstream lines(content(file));
+    std::map<std::string, int> count;
+    for (std::string line; std::getline(lines, line);) {
+        ++count[line];
+    }
+    EXPECT_EQ(count["child"], 20);
+    EXPECT_EQ(count.size(), 2U);
+}
+
+TEST_F(ClogOutputs, CallbacksOfTwoThreadsMayForkAndTheirChildrenLogNothing) {
+    const auto fork_and_log = [](void* results, const char* /*line*/) {
+        static_cast<std::vector<int>*>(results)->push_back(in_child([] {
+            for (const char* part : {"a", "b"}) {
+                clogger__err(clogger_get(part), "f", "g", 1, "x");
+            }
+            return clogger_enable_stderr(clogger_get("a"), 0, 0);
+        }));
+    };
+    const auto run = [&](clogger* own) {
+        std::vector<int> results;
+        EXPECT_EQ(clogger_add_function(own, fork_and_log, &results, 0, 31, 0), 0);
+        for (int i = 0; i < 10; ++i) {
+            clogger__err(own, "f", "g", 1, "x");
+        }
+        EXPECT_EQ(clogger_rm_function(own, fork_and_log, &results), 0);
+        EXPECT_EQ(results, std::vector<int>(10, -EDEADLK));
+    };
+    clogger* const a = clogger_alloc("a");
+    clogger* const b = clogger_alloc("b");
+    std::thread other(run, a);
+    run(b);
+    other.join();
+}
+
+TEST_F(ClogOutputs, RingBelongsToTheProcessThatAddedItAndNotToItsChildren) {
+    ASSERT_EQ(clogger_add_shringbuf(logger, name.c_str(), 1024, 31, CLOGGER_FIELD_NONE), 0);
+    log("parent");
+    EXPECT_EQ(in_child([&] {
+                  log("child");
+                  const int again = clogger_add_shringbuf(logger, name.c_str(), 1024, 31, 0);
+                  return again == -EBUSY ? clogger_rm_shringbuf(logger, name.c_str()) : again;
+              }),
+              -ENOENT);
+    EXPECT_EQ(read_ring(name), "parent\n");
+    // A child that was made behind the fork handlers' back, as by clone().
+    EXPECT_EQ(in_child(
+                  [&] {
+                      log("child");
+                      return clogger_rm_shringbuf(logger, name.c_str());
+                  },
+                  &::_Fork),
+              0);
+    EXPECT_EQ(read_ring(name), "parent\n");
+    EXPECT_EQ(clogger_rm_shringbuf(logger, name.c_str()), 0);
+    EXPECT_EQ(read_ring(name), "no ring");
+}
+
 TEST_F(ClogOutputs, RingOutlivesItsProcessAndIsContinued) {
     const auto run = [&](uint32_t size, const char* text) {
-        const pid_t child = ::fork();
-        if (child == 0) {
+        return in_child([&] {
             const int result =
                 clogger_add_shringbuf(logger, name.c_str(), size, 31, CLOGGER_FIELD_NONE);
             log(text);
-            ::_exit(-result);
-        }
-        int status = 0;
-        EXPECT_EQ(::waitpid(child, &status, 0), child);
-        return -WEXITSTATUS(status);
+            return result;
+        });
     };
     EXPECT_EQ(run(1024, "first"), 0);
     EXPECT_EQ(run(1024, "second"), 0);

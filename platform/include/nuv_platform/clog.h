@@ -25,11 +25,20 @@
  * Handles stay valid until the process ends; there is no way to give one back. Functions that take
  * a handle accept NULL: the ones that return an int answer `-EINVAL`, the others do nothing.
  *
- * Every function may be called from any thread and blocks no longer than the outputs do. Callbacks
+ * Every function may be called from any thread and blocks no longer than the outputs do. None may be
+ * called in a signal handler: the code that it interrupted may hold the lock of a logger. Callbacks
  * (functions, filters, time functions) run before the log call returns, on the thread that logs,
  * one at a time for each logger; once a removal has returned, the callback removed neither runs nor
  * will run again. A callback must not throw. What it logs itself is dropped, and a change of
  * outputs, filters or the time function that it asks for is refused.
+ *
+ * fork() waits for the records and the changes of outputs that other threads have under way. The
+ * child may call everything from then on, also when the parent has other threads. It has all
+ * outputs of the parent except ring buffers, which stay the parent's alone; a daemon adds them after
+ * its last fork. Both write to the same files: a file with a limit is set aside by whoever fills it,
+ * so only one of them should go on writing to it. A callback may fork, too: fork() does not wait
+ * then, and until its child calls exec() or _exit(), which it has to do before the callback returns,
+ * the child's records are dropped and its changes refused.
  *
  * No call ends the process for want of a resource: what cannot be written is dropped. Writing a
  * record to a broken pipe raises no SIGPIPE that the process could notice.
@@ -78,6 +87,10 @@ enum clogger_level {
  * `CLOGGER_FIELD_TIME | CLOGGER_FIELD_LEVEL | CLOGGER_FIELD_MODULE` for stderr, stdout, files and
  * ring buffers, `CLOGGER_FIELD_MODULE` for syslog, `CLOGGER_FIELD_NONE` for callbacks. A field that
  * is empty for a record is left out.
+ *
+ * All outputs except callbacks show control octets of the text (0 to 31 and 127) as `\x1b`, so that a
+ * text from outside forges no line and commands no terminal. A newline that begins the text stays:
+ * the pieces of a record that was cut begin with one.
  */
 enum clogger_field {
     CLOGGER_FIELD_TIME = 1, /**< UTC, "2015-11-03T12:34:56.123Z", or what the time function wrote */

@@ -5,6 +5,7 @@
 #include <stdexcept>
 #include <string_view>
 
+#include "internal/classic_stream.hpp"
 #include "internal/ieee802_11/element_layout.hpp"
 #include "nuv/ieee802_11/ieee802_11_beacon_report.hpp"
 
@@ -156,13 +157,15 @@ void IEEE802_11_MeasurementReport::assign_fields(IEEE802_11_FieldSource& source)
 }
 
 std::ostream& operator<<(std::ostream& os, const IEEE802_11_MeasurementReport& report) {
-    os << +static_cast<std::uint8_t>(report.get_type()) << " (id)\n"
-       << report.get_length() << " (length incl. ID and length field)\n"
-       << +report.get_measurement_token() << " (token)\n"
-       << report.get_measurement_report_mode() << " (mode)\n"
-       << report.get_measurement_type() << " (type field)\n";
+    impl::ClassicStream text;
+    text << +static_cast<std::uint8_t>(report.get_type()) << " (id)\n"
+         << report.get_length() << " (length incl. ID and length field)\n"
+         << +report.get_measurement_token() << " (token)\n"
+         << report.get_measurement_report_mode() << " (mode)\n"
+         << report.get_measurement_type() << " (type field)\n";
     const auto& field = report.get_measurement_report_field();
-    return field != nullptr ? os << *field << " (report)" : os << "empty";
+    field != nullptr ? text << *field << " (report)" : text << "empty";
+    return os << text.view();
 }
 
 }  // namespace nuv::ieee802_11

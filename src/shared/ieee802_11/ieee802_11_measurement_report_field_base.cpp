@@ -5,6 +5,7 @@
 #include <typeinfo>
 
 #include "internal/byte_cursor.hpp"
+#include "internal/classic_stream.hpp"
 
 namespace nuv::ieee802_11 {
 
@@ -27,8 +28,9 @@ std::ios_base::iostate IEEE802_11_MeasurementReportFieldBase::deserialize(
 }
 
 std::ostream& operator<<(std::ostream& os, const IEEE802_11_MeasurementReportFieldBase& field) {
-    field.serialize_string_impl(os);
-    return os;
+    impl::ClassicStream text;
+    field.serialize_string_impl(text);
+    return os << text.view();
 }
 
 }  // namespace nuv::ieee802_11

@@ -9,6 +9,7 @@
 #include <span>
 #include <typeinfo>
 
+#include "internal/classic_stream.hpp"
 #include "internal/ieee802_11/element_layout.hpp"
 
 namespace nuv::ieee802_11 {
@@ -308,15 +309,16 @@ void Report::assign_fields(IEEE802_11_FieldSource& source) {
 }
 
 std::ostream& operator<<(std::ostream& os, const IEEE802_11_NeighborReport& report) {
-    os << report.get_bssid() << '\n'
-       << report.get_bssid_information() << " (BSSID information)\n"
-       << +report.get_operating_class() << " (opclass)\n"
-       << +report.get_channel_number() << " (channel)\n"
-       << report.get_phy_type() << " (phy type)";
+    impl::ClassicStream text;
+    text << report.get_bssid() << '\n'
+         << report.get_bssid_information() << " (BSSID information)\n"
+         << +report.get_operating_class() << " (opclass)\n"
+         << +report.get_channel_number() << " (channel)\n"
+         << report.get_phy_type() << " (phy type)";
     for (const auto& sub : report.sub_elements()) {
-        os << '\n' << +static_cast<std::uint8_t>(sub->get_type()) << " (sub-element)";
+        text << '\n' << +static_cast<std::uint8_t>(sub->get_type()) << " (sub-element)";
     }
-    return os;
+    return os << text.view();
 }
 
 }  // namespace nuv::ieee802_11

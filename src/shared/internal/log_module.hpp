@@ -8,10 +8,10 @@
 #include <concepts>
 #include <optional>
 #include <ostream>
-#include <sstream>
 #include <string>
 #include <string_view>
 
+#include "internal/classic_stream.hpp"
 #include "internal/optional_platform.hpp"
 #include "nuv_platform/clog.h"
 
@@ -52,49 +52,45 @@ private:
 
 /// The text of one record, logged when this object dies at the end of its statement. Takes what a
 /// stream takes. A stream costs more to build than the record to log, so there is one only from the
-/// first operand on that is neither text nor integer.
+/// first operand on that is neither text nor integer. Nothing throws: a record that finds no memory
+/// is dropped whole.
 class LogLine {
 public:
     LogLine(const LogModule& module, LogModule::Level level, const char* file, const char* function,
-            int line)
-        : module_(module),
-          level_(level),
-          file_(module.file() != nullptr ? module.file() : file),
-          function_(function),
-          line_(line) {
-        text_.reserve(120);
-    }
+            int line) noexcept;
     ~LogLine();
     LogLine(const LogLine&) = delete;
     LogLine& operator=(const LogLine&) = delete;
 
     template <typename T>
-    LogLine& operator<<(const T& value) {
+    LogLine& operator<<(const T& value) noexcept {
         if (!stream_) {
             if constexpr (std::convertible_to<const T&, std::string_view>) {
-                text_ += std::string_view(value);
-                return *this;
-            } else if constexpr (std::same_as<T, char>) {
-                text_ += value;
-                return *this;
-            } else if constexpr (std::same_as<T, bool> || (std::integral<T> && sizeof(T) > 1)) {
                 append(value);
                 return *this;
+            } else if constexpr (std::same_as<T, char>) {
+                append({&value, 1});
+                return *this;
+            } else if constexpr (std::same_as<T, bool> || (std::integral<T> && sizeof(T) > 1)) {
+                std::array<char, 24> digits{};
+                const auto end = std::to_chars(digits.begin(), digits.end(), +value).ptr;
+                append({digits.begin(), end});
+                return *this;
             }
-            stream_.emplace();
         }
-        *stream_ << value;
+        try {
+            stream() << value;
+        } catch (...) {
+            lost_ = true;
+        }
         return *this;
     }
 
-    LogLine& operator<<(std::ios_base& (*manipulator)(std::ios_base&));
+    LogLine& operator<<(std::ios_base& (*manipulator)(std::ios_base&)) noexcept;
 
 private:
-    void append(std::integral auto number) {
-        std::array<char, 24> digits{};
-        const auto end = std::to_chars(digits.begin(), digits.end(), +number).ptr;
-        text_.append(digits.data(), end);
-    }
+    void append(std::string_view text) noexcept;
+    std::ostream& stream();
 
     const LogModule& module_;
     LogModule::Level level_;
@@ -102,7 +98,8 @@ private:
     const char* function_;
     int line_;
     std::string text_;
-    std::optional<std::ostringstream> stream_;
+    std::optional<ClassicStream> stream_;
+    bool lost_ = false;
 };
 
 /// What a record names as its file: the source path without its extension.

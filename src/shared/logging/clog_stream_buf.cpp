@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "nuv/logging/clog_stream_buf.hpp"
 
+#include <locale>
+#include <new>
 #include <string>
 #include <utility>
 
@@ -14,6 +16,7 @@ ClogStreamBuf::ClogStreamBuf() : ClogStreamBuf(nullptr) {}
 ClogStreamBuf::ClogStreamBuf(std::unique_ptr<ClogAdapterBase> adapter)
     : std::ostream(nullptr), std::stringbuf(std::ios_base::out), adapter_(std::move(adapter)) {
     rdbuf(this);
+    imbue(std::locale::classic());  // records look the same in every program
 }
 
 ClogStreamBuf::~ClogStreamBuf() { log_pending(); }
@@ -59,6 +62,15 @@ int ClogStreamBuf::sync() {
                          [this](const char* piece) { adapter_->log(piece); });
     }
     return 0;
+}
+
+std::stringbuf::int_type ClogStreamBuf::overflow(std::stringbuf::int_type c) {
+    try {
+        return std::stringbuf::overflow(c);
+    } catch (const std::bad_alloc&) {
+        adapter_.reset();  // a record that lacks its end would mislead
+        return std::stringbuf::traits_type::eof();
+    }
 }
 
 }  // namespace nuv::logging

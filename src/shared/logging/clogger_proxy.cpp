@@ -133,9 +133,8 @@ void CloggerProxy::clogger_instance_show(clogger_printer printer, void* ctx) con
 ClogStreamBuf CloggerProxy::get_ostream(std::int32_t level, const char* file, const char* function,
                                         std::int32_t line, std::int32_t debug_arg) const {
     const auto stream = [&]<auto Log>(auto... extra) {
-        return ClogStreamBuf(std::make_unique<ClogAdapter<clogger, Log, decltype(extra)...>>(
-            name_, file != nullptr ? file : "", function != nullptr ? function : "", line,
-            extra...));
+        return ClogStreamBuf(ClogAdapter<clogger, Log, decltype(extra)...>::make(
+            name_, file, function, line, extra...));
     };
     switch (level) {
         case CLOGGER_ERROR:

@@ -2,8 +2,6 @@
 #include "nuv/logging/clogmod_proxy.hpp"
 
 #include <array>
-#include <memory>
-#include <string_view>
 
 #include "internal/optional_platform.hpp"
 #include "nuv/logging/clog_adapter.hpp"
@@ -13,14 +11,11 @@ namespace nuv::logging {
 namespace {
 
 template <auto Log>
-std::unique_ptr<ClogAdapterBase> make_adapter(const std::string& module, std::string_view file,
-                                              std::string_view function, int line) {
-    return std::make_unique<ClogAdapter<clogmod, Log>>(module, file, function, line);
-}
+constexpr auto make_adapter = &ClogAdapter<clogmod, Log>::make;
 
 constexpr std::array ADAPTERS_BY_LEVEL = {
-    &make_adapter<&clogmod__err>,   &make_adapter<&clogmod__warn>,  &make_adapter<&clogmod__info>,
-    &make_adapter<&clogmod__debug>, &make_adapter<&clogmod__trace>,
+    make_adapter<&clogmod__err>,   make_adapter<&clogmod__warn>,  make_adapter<&clogmod__info>,
+    make_adapter<&clogmod__debug>, make_adapter<&clogmod__trace>,
 };
 
 }  // namespace
@@ -38,8 +33,8 @@ ClogStreamBuf ClogmodProxy::get_ostream(int level, const char* file, const char*
     if (level < 0 || level >= static_cast<int>(ADAPTERS_BY_LEVEL.size())) {
         return ClogStreamBuf();
     }
-    return ClogStreamBuf(ADAPTERS_BY_LEVEL[static_cast<std::size_t>(level)](
-        name_, file != nullptr ? file : "", function != nullptr ? function : "", line));
+    return ClogStreamBuf(
+        ADAPTERS_BY_LEVEL[static_cast<std::size_t>(level)](name_, file, function, line));
 }
 
 }  // namespace nuv::logging

@@ -3,6 +3,7 @@
 #include "nuv/ieee802_11/ieee802_11_measurement_report.hpp"
 #include "nuv/ieee802_11/ieee802_11_neighbor_report.hpp"
 #include "tests/support/codec_checks.hpp"
+#include "tests/support/foreign_locale.hpp"
 #include "tests/support/test.hpp"
 #include "tests/support/vectors.hpp"
 
@@ -30,9 +31,11 @@ protected:
         return std::move(reading.object);
     }
 
-    /// The reports can be printed.
+    /// The reports can be printed; neither the locale nor the stream's flags count.
     static std::string printed(const Element& element) {
+        const ForeignLocale foreign;
         std::ostringstream os;
+        os << std::hex;
         if (const auto* report = dynamic_cast<const IEEE802_11_MeasurementReport*>(&element)) {
             os << *report;
         } else if (const auto* other = dynamic_cast<const IEEE802_11_NeighborReport*>(&element)) {

@@ -71,7 +71,7 @@ void expect_ascending(std::string texts) {
         for (const auto& [j, b] : values) {
             EXPECT_EQ(a == b, i == j) << a << ' ' << b;
             EXPECT_TRUE((a <=> b) == (i <=> j)) << a << ' ' << b;
-            if constexpr (requires { std::hash<T>()(a); }) {
+            if constexpr (requires(const T& value) { std::hash<T>()(value); }) {
                 EXPECT_EQ(std::hash<T>()(a) == std::hash<T>()(b), i == j) << a << ' ' << b;
             }
         }

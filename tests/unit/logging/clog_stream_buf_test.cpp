@@ -1,12 +1,18 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "nuv/logging/clog_stream_buf.hpp"
 
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <atomic>
+#include <ctime>
 #include <locale>
 #include <thread>
 
 #include "nuv/logging/chunk_io_manipulator.hpp"
 #include "nuv/logging/clogmod_proxy.hpp"
 #include "nuv_platform/fake/fake_platform.hpp"
+#include "tests/support/foreign_locale.hpp"
 #include "tests/support/test.hpp"
 
 namespace nuv::logging {
@@ -79,12 +85,19 @@ TEST_F(ClogStreamBufTest, NoCharacterIsLostInPieces) {
     }
 }
 
+TEST_F(ClogStreamBufTest, CuttingTakesTimeInProportionToTheLength) {
+    constexpr std::size_t LENGTH = 4'000'000;
+    const std::clock_t before = std::clock();
+    stream() << Chunk(100) << std::string(LENGTH, 'x');
+    EXPECT_LT((std::clock() - before) / CLOCKS_PER_SEC,
+              5);  // in proportion to its square: 20 and more
+    EXPECT_EQ(logged().size(), (LENGTH - 2) / 99 + 1);
+}
+
 TEST_F(ClogStreamBufTest, PendingTextIsLoggedOnceWhateverTheStreamSays) {
-    struct Comma : std::numpunct<char> {
-        char do_decimal_point() const override { return ','; }
-    };
+    const test::ForeignLocale foreign;  // streams go by the classic one
     const std::pair<void (*)(ClogStreamBuf&), Texts> rows[] = {
-        {[](auto& s) { s << "a " << 1; }, {"a 1"}},
+        {[](auto& s) { s << "a " << 1000 << ' ' << 1.5; }, {"a 1000 1.5"}},
         {[](auto& s) { s << "a" << std::endl; }, {"a"}},  // nothing is left for the destructor
         {[](auto&) {}, {}},
         {[](auto& s) { s << ""; }, {}},
@@ -95,7 +108,7 @@ TEST_F(ClogStreamBufTest, PendingTextIsLoggedOnceWhateverTheStreamSays) {
         {[](auto& s) { (s << "abc").seekp(0); }, {"abc"}},
         {[](auto& s) { (s << "abc").setstate(std::ios_base::failbit); }, {"abc"}},
         {[](auto& s) {
-             s.imbue(std::locale(std::locale::classic(), std::make_unique<Comma>().release()));
+             s.imbue(std::locale());
              s << 1.5;
          },
          {"1,5"}},
@@ -174,6 +187,27 @@ TEST(ChunkTable, IsReadAndWrittenByTwoThreads) {
     work("own");
     other.join();
     EXPECT_EQ(get_default_clogger_chunking("never set"), 0U);
+}
+
+TEST(ChunkTable, IsUnlockedInChildrenForkedWhileAThreadUsesIt) {
+    std::atomic<bool> stop{false};
+    std::thread busy([&] {
+        while (!stop) {
+            set_default_clogger_chunking("a name that needs memory", 0);
+        }
+    });
+    for (int i = 0; i < 50; ++i) {
+        const pid_t child = ::fork();
+        if (child == 0) {
+            ::alarm(10);
+            ::_exit(static_cast<int>(get_default_clogger_chunking("never set")));
+        }
+        int status = -1;
+        ::waitpid(child, &status, 0);
+        EXPECT_EQ(status, 0);
+    }
+    stop = true;
+    busy.join();
 }
 
 }  // namespace

@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <functional>
 #include <map>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "nuv_platform/export.h"
@@ -27,8 +29,8 @@ public:
     const std::vector<std::string>& journal() const { return journal_; }
 
     /// For the fake's C functions: the result that the test wants from this call of `function`, if
-    /// any.
-    std::optional<int> take_failure(const std::string& function);
+    /// any. It must be one that fail_next() accepts.
+    std::optional<int> take_failure(std::string_view function);
     /// For the fake's C functions: appends to the journals.
     void note(const std::string& call);
 
@@ -45,7 +47,7 @@ private:
 
     std::vector<std::string>& shared_;
     std::vector<std::string> journal_;
-    std::map<std::string, Failure> failures_;  // one entry per refusable function
+    std::map<std::string, Failure, std::less<>> failures_;  // one entry per refusable function
 };
 
 }  // namespace nuv::platform

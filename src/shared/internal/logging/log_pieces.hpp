@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <utility>
 
 namespace nuv::impl {
@@ -23,17 +24,18 @@ void log_pieces(std::string& text, std::uint32_t size, Log log) {
         const std::size_t limit = start + size;
         // Each piece but the first starts with the newline that stands for the separator, so a
         // newline at `start` is no place to cut. A blank there is: it can only be the first piece.
-        std::size_t cut = text.rfind('\n', limit);
-        if (cut == std::string::npos || cut <= start) {
-            cut = text.rfind(' ', limit);
+        const std::string_view window(text.data() + start, std::size_t{size} + 1);
+        std::size_t length = window.rfind('\n');
+        if (length == std::string_view::npos || length == 0) {
+            length = window.rfind(' ');
         }
-        const bool hard = cut == std::string::npos || cut < start;
-        const std::size_t stop = hard ? limit : cut;
+        const bool hard = length == std::string_view::npos;
+        const std::size_t stop = hard ? limit : start + length;
         const char after = std::exchange(text[stop], '\0');
         log(text.c_str() + start);
         text[stop] = after;
         // After a hard cut the newline takes the place of a character that was logged.
-        start = hard ? limit - 1 : cut;
+        start = hard ? limit - 1 : stop;
         text[start] = '\n';
     }
     log(text.c_str() + start);
