@@ -185,7 +185,7 @@ TEST(OperatingClassDeduction, EveryFunctionRefusesRegionsWithoutTableBeforeAnyth
         [&](Region r) { print_lookup_table(os, r); },
     };
     for (const auto& [name, operation] : operations) {
-        functions.push_back([&](Region r) {
+        functions.push_back([operation = operation](Region r) {
             Arguments none("- -");
             operation(none, r);
         });

@@ -18,8 +18,8 @@ TEST(SizedString, WritingPrintsTheLengthOutOfRangeAsNumber) {
         const std::string text(size, 'x');
         std::ostringstream os;
         SerializationContext ctx;
-        EXPECT_EQ(message_of([&] {
-                      serialization::serialize_string_with_uint8_size(os, ctx, text, min, max);
+        EXPECT_EQ(message_of([&, least = min, most = max] {
+                      serialization::serialize_string_with_uint8_size(os, ctx, text, least, most);
                   }),
                   message);
         EXPECT_EQ(os.str(), *message == '\0' ? static_cast<char>(size) + text : "");
