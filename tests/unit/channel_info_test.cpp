@@ -68,9 +68,9 @@ TEST(ChannelInfo, NewestReportOverwritesAlsoWithOlderValuesAndLogsThem) {
     info.update(newest);
     EXPECT_FALSE(info.get_primary_segment().is_set() || info.get_max_regulatory_power().is_set());
     EXPECT_EQ(info.get_secondary_center_frequency(), KiloHertz());
-    // Of the same time: nothing to tell.
+    // Of the same time: no record.
     info.update(
-        ChannelInfo(frequency(5300000, 5'000'000'000), segment(1, HT20, 6'000'000'000), {}, {}));
+        ChannelInfo(frequency(5300000, 1'999'999'999), segment(1, HT20, 6'000'000'000), {}, {}));
     EXPECT_EQ(info.get_primary_frequency().get(), KiloHertz{5300000});
     EXPECT_EQ(
         platform.log().texts(),
