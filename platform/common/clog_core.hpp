@@ -59,7 +59,7 @@ using AnyFunction = void (*)();
 /// One call that adds or removes an output or a filter, as it was made. Kind, name, callback and
 /// context are its key.
 struct Request {
-    Kind kind;
+    Kind kind{};
     const char* name = nullptr;
     AnyFunction callback = nullptr;
     void* ctx = nullptr;
