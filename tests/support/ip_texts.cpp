@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <array>
-#include <regex>
 
 #include "nuv/ipv4_address.hpp"
 #include "nuv/ipv6_address.hpp"
@@ -20,9 +19,13 @@ int family_of(const IPAddress& address) { return address.is_v4() ? AF_INET : AF_
 
 /// Blanks and signs before a number, 0x before a segment, zeros before a decimal number.
 bool may_be_read_here_alone(const std::string& text) {
-    static const std::regex decimal_with_zero("(^|[^0-9])0[0-9]+\\.|\\.0[0-9]");
+    const auto digit = [](char c) { return c >= '0' && c <= '9'; };
+    bool leading_zero = false;
+    for (std::size_t i = text.rfind(':') + 1; i + 1 < text.size(); ++i) {
+        leading_zero |= text[i] == '0' && digit(text[i + 1]) && (i == 0 || !digit(text[i - 1]));
+    }
     return text.find_first_of(" \t\n\v\f\r+-xX") != std::string::npos ||
-           std::regex_search(text, decimal_with_zero);
+           (leading_zero && text.find('.') != std::string::npos);
 }
 
 /// Nine segments, with :: for one at an end; more than 39 characters.
