@@ -13,10 +13,14 @@ thread_local int allocations_left = -1;  // below 0: any number
 }
 
 // Out of line, or g++ takes the pair for a mismatch.
-[[gnu::noinline]] void* operator new(std::size_t size) {
+[[gnu::noinline]] void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
     // NOLINTNEXTLINE(cppcoreguidelines-no-malloc)
     void* const memory = allocations_left == 0 ? nullptr : std::malloc(size);
     allocations_left -= allocations_left > 0 ? 1 : 0;
+    return memory;
+}
+[[gnu::noinline]] void* operator new(std::size_t size) {
+    void* const memory = operator new(size, std::nothrow);
     return memory != nullptr ? memory : throw std::bad_alloc();
 }
 // NOLINTNEXTLINE(cppcoreguidelines-no-malloc)
