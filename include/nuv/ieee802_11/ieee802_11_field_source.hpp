@@ -31,9 +31,14 @@ public:
     virtual void close_list() = 0;
     virtual void open_object(std::string_view name) = 0;
     virtual void close_object() = 0;
+    /// Number of fields of the object that is open.
+    virtual std::size_t size() = 0;
 
     /// Throws an exception of the source's own kind that says `message` of the field asked for last.
     [[noreturn]] virtual void fail(std::string_view message) = 0;
+    /// Takes note of something about the field asked for last that is no failure. Ignores it unless
+    /// overridden.
+    virtual void note(std::string_view /*message*/) {}
 
 protected:
     IEEE802_11_FieldSource() = default;

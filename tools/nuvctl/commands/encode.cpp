@@ -81,8 +81,12 @@ private:
         JsonReader reader(name);
         try {
             for (std::string text = reader.next(); !text.empty(); text = reader.next()) {
-                writer.write(read_json(parse_json(text)));
+                const EncodedFrame frame = read_json(parse_json(text));
+                writer.write(frame);
                 ++frames_;
+                for (const std::string& note : frame.notes) {
+                    report(name + ": line " + std::to_string(reader.line()) + ": " + note);
+                }
             }
         } catch (const FieldError& error) {
             throw FileError("line " + std::to_string(reader.line()) + ": " + error.what());
