@@ -107,11 +107,12 @@ TEST(FrameJson, IsPrintedAsListedAndMadeIntoTheFrameAgain) {
     const auto octets = frame("to_ap 0A06 02 10");
     EXPECT_TRUE(has(decoded({octets, true, true}), R"("fcs":"bad","truncated":true,"error")"));
     // Offsets are those in the frame, also behind the header of a fragment.
-    const std::string behind_fragment = decoded(
-        frame("association 3104 0A00 0002 6869 FFFF 6B 0000 07 024E555670BE 00C8 1000 01 1111 DDC1" +
-              zeros(193) + "0031 1100 01 1111 DD22" + zeros(34) + "F208 3006 0200 00000000"));
-    EXPECT_TRUE(has(behind_fragment,
-                    R"("link":{"link_id":1,"offset":222,"element":{"id":48,"extension":null,"offset":267}})"))
+    const std::string behind_fragment = decoded(frame(
+        "association 3104 0A00 0002 6869 FFFF 6B 0000 07 024E555670BE 00C8 1000 01 1111 DDC1" +
+        zeros(193) + "0031 1100 01 1111 DD22" + zeros(34) + "F208 3006 0200 00000000"));
+    EXPECT_TRUE(has(
+        behind_fragment,
+        R"("link":{"link_id":1,"offset":222,"element":{"id":48,"extension":null,"offset":267}})"))
         << behind_fragment;
 }
 
@@ -169,9 +170,9 @@ TEST(FrameJson, MakesEverySampleAsItWas) {
 }
 
 TEST(FrameJson, IsWrittenFromItsFieldsWhereTheyAreEdited) {
-    const std::string json =
-        decoded(frame("association 3104 0A00 0002 6869 3B04 515354 82 FF06 38 01 2D 01 23 AA "
-                      "FF1C 6B 0000 07 024E555670BE 0010 1000 01 1111 FF04 38 01 2D 00 3603 1234 00"));
+    const std::string json = decoded(
+        frame("association 3104 0A00 0002 6869 3B04 515354 82 FF06 38 01 2D 01 23 AA "
+              "FF1C 6B 0000 07 024E555670BE 0010 1000 01 1111 FF04 38 01 2D 00 3603 1234 00"));
     const std::string note =
         ".fields: body_hex does not agree with the other fields and is not written";
     const struct {
@@ -183,7 +184,10 @@ TEST(FrameJson, IsWrittenFromItsFieldsWhereTheyAreEdited) {
         {"[83,84]", "[83]", "3b025153ff0638012d0123aaff1c6b", {"elements[1]" + note}},
         // The Length of this one is real although its class would write another one, also in a link.
         {"[35]", "[]", "3b0451535482ff0438012d00ff1c6b", {"elements[2]" + note}},
-        {R"("extended_ids":[]})", R"("extended_ids":[35]})", "00111000011111ff0538012d01233603123400", {}},
+        {R"("extended_ids":[]})",
+         R"("extended_ids":[35]})",
+         "00111000011111ff0538012d01233603123400",
+         {}},
     };
     for (const auto& [from, to, octets, notes] : cases) {
         const EncodedFrame made = read_json(parse_json(edited(json, from, to)));

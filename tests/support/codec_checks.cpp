@@ -64,7 +64,6 @@ std::string_view refusal_to_write(const Element& element) {
     }
 }
 
-
 // --- Fields
 
 /// The fields of an element, to be handed to another one.
@@ -332,8 +331,8 @@ std::string check_round_trip(const Maker<Element>& make, const Element& element)
     if (!element.is_dummy()) {
         const auto copy = make();
         const std::string refusal = message_of([&] { FieldReplay(FieldRecord(element), *copy); });
-        const bool same = refusal.empty() && field_text(*copy) == field_text(element) &&
-                          *copy == element;
+        const bool same =
+            refusal.empty() && field_text(*copy) == field_text(element) && *copy == element;
         if (!same) {
             return field_text(*copy) + " made of " + field_text(element) + refusal;
         }

@@ -13,7 +13,8 @@ namespace nuv::ieee802_11 {
 
 /// Hands out the fields of an element, under the names and in the forms in which a
 /// IEEE802_11_FieldVisitor is shown them: the way from JSON or a form to a typed element without
-/// knowing its class. Inside a list the names are empty, and the entries come one by one.
+/// knowing its class. Inside a list the names are empty, and the entries come one by one. The names of
+/// codes and nested elements may be missing and do not count.
 ///
 /// Every function throws what fail() throws when there is no such field or it is of another kind.
 class NUV_EXPORT IEEE802_11_FieldSource {

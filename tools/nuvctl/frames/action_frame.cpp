@@ -24,7 +24,10 @@ std::string text_of(std::uint8_t value) {
 // IEEE Std 802.11-2020, 9.6.13.8 to 9.6.13.10.
 
 constexpr std::array<ActionField, 1> btm_query_fields{{
-    {.name = "query_reason", .kind = Kind::NUMBER, .size = 1, .meaning = text_of<nuv::BTMReasonCode>},
+    {.name = "query_reason",
+     .kind = Kind::NUMBER,
+     .size = 1,
+     .meaning = text_of<nuv::BTMReasonCode>},
 }};
 
 constexpr std::uint8_t termination_included = 0x08;
@@ -45,7 +48,10 @@ constexpr std::array<ActionField, 7> btm_request_fields{{
 constexpr std::uint8_t all_bits = 0xFF;
 constexpr std::uint8_t accept = 0;
 constexpr std::array<ActionField, 3> btm_response_fields{{
-    {.name = "status_code", .kind = Kind::NUMBER, .size = 1, .meaning = text_of<nuv::BTMStatusCode>},
+    {.name = "status_code",
+     .kind = Kind::NUMBER,
+     .size = 1,
+     .meaning = text_of<nuv::BTMStatusCode>},
     {"bss_termination_delay", Kind::NUMBER, 1},  // in minutes
     {"target_bssid", Kind::ADDRESS, mac_address_length, all_bits, accept},
 }};

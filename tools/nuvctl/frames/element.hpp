@@ -22,10 +22,11 @@ struct Element {
     std::optional<std::uint8_t> extension;  ///< none where the element has no room for one
     std::size_t offset;                     ///< of its ID, from the first octet of the body as sent
     std::optional<std::uint8_t> length;     ///< the Length octet, none where the body ends before
-    Octets octets;  ///< of the whole element and the fragments that belong to it, as far as they are there
-    Octets body;    ///< behind ID, Length and extension, without fragments
+    Octets
+        octets;  ///< of the whole element and the fragments that belong to it, as far as they are there
+    Octets body;  ///< behind ID, Length and extension, without fragments
     std::unique_ptr<nuv::ieee802_11::IEEE802_11_Element_Base> typed;  ///< null if it cannot be read
-    std::string error;  ///< why it cannot be read, or that it is cut short
+    std::string error;               ///< why it cannot be read, or that it is cut short
     std::optional<FailedLink> link;  ///< where it cannot be read, from its first octet
 
     /// Whether the body ends before the element does.

@@ -65,8 +65,8 @@ std::optional<FailedLink::Element> failed_element(const IEEE802_11_PerSTAProfile
     const std::size_t at = sta_info + content.octets[sta_info] + capability_information +
                            profile.get_elements().octets().size();
     FailedLink::Element element{content.octets[at], {}, content.offsets[at]};
-    const bool extended =
-        static_cast<IEEE802_11_Element_ID>(element.id) == IEEE802_11_Element_ID::ELEMENT_ID_EXTENSION;
+    const bool extended = static_cast<IEEE802_11_Element_ID>(element.id) ==
+                          IEEE802_11_Element_ID::ELEMENT_ID_EXTENSION;
     if (extended && at + header < content.octets.size()) {
         element.extension = content.octets[at + header];
     }
@@ -103,6 +103,9 @@ std::optional<FailedLink> failed_link(const IEEE802_11_MultiLink& element,
         return std::nullopt;
     }
     const std::size_t at = link_info + element.get_link_info().octets().size();
+    if (at >= whole.octets.size()) {
+        return std::nullopt;
+    }
     const Content profile_content = whole.content_at(at, subelement_fragment);
     if (static_cast<IEEE802_11_Element_ID>(whole.octets[at]) !=
             IEEE802_11_PerSTAProfile::ELEMENT_ID ||

@@ -82,8 +82,8 @@ void write_rsn(Json& json, const AssociationRequest& request) {
     write_suites(json, "pairwise", rsn->get_pairwise_cipher_list());
     write_suites(json, "akm", rsn->get_akm_suite_list());
     if (reaches_capabilities(*rsn, body_size)) {
-        json.text("capabilities", to_hex(little_endian(
-                                      static_cast<std::uint16_t>(rsn->get_rsn_capabilities().to_ulong()))));
+        json.text("capabilities", to_hex(little_endian(static_cast<std::uint16_t>(
+                                      rsn->get_rsn_capabilities().to_ulong()))));
     } else {
         json.null("capabilities");
     }

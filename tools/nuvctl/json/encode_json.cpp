@@ -92,8 +92,9 @@ std::vector<std::uint8_t> element(JsonFields& fields, ElementMaker& maker, bool 
         }
     }
     const auto make = [&] { return maker.make(id, extension); };
-    auto octets = failed ? received_element(fields, id, is_last)
-                         : assign_element(fields, static_cast<ID>(id), static_cast<Ext>(extension), make);
+    auto octets =
+        failed ? received_element(fields, id, is_last)
+               : assign_element(fields, static_cast<ID>(id), static_cast<Ext>(extension), make);
     fields.close_object();
     try {
         maker.read(*make(), octets);

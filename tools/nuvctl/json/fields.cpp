@@ -92,9 +92,7 @@ void JsonFields::close_object() {
     levels_.pop_back();
 }
 
-void JsonFields::fail(std::string_view message) {
-    throw FieldError(at_last(message));
-}
+void JsonFields::fail(std::string_view message) { throw FieldError(at_last(message)); }
 
 void JsonFields::ignore(std::string_view name) { levels_.back().asked.emplace(name); }
 

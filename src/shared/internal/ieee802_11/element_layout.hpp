@@ -123,7 +123,9 @@ inline void skip_meaning(IEEE802_11_FieldSource& source, std::string_view name) 
 
 /// An enumeration whose numbers have texts.
 template <class T>
-concept CodeValue = std::is_enum_v<T> && requires(std::ostream& os, T value) { os << value; };
+concept CodeValue = std::is_enum_v<T> && requires(std::ostream& os, T value) {
+    os << value;
+};
 
 /// Under which name the text of a code stands.
 inline std::string meaning_of(std::string_view code) { return std::string(code) + "_name"; }
