@@ -80,7 +80,6 @@ std::optional<FailedLink> failed_link(const IEEE802_11_MultiLink& element,
     constexpr std::uint8_t element_fragment = 242;
     constexpr std::uint8_t subelement_fragment = 254;
     constexpr std::size_t common_info = 3;  // behind extension and control
-    constexpr std::size_t sta_control = 2;
     constexpr std::uint8_t link_id_mask = 0x0F;
     Content frame{{octets.begin(), octets.end()}, {}};
     for (std::size_t offset = 0; offset < octets.size(); ++offset) {
@@ -103,14 +102,16 @@ std::optional<FailedLink> failed_link(const IEEE802_11_MultiLink& element,
         return std::nullopt;
     }
     const std::size_t at = link_info + element.get_link_info().octets().size();
-    if (at >= whole.octets.size()) {
+    if (at + header >= whole.octets.size() ||
+        static_cast<IEEE802_11_Element_ID>(whole.octets[at]) !=
+            IEEE802_11_PerSTAProfile::ELEMENT_ID) {
         return std::nullopt;
     }
-    const Content profile_content = whole.content_at(at, subelement_fragment);
-    if (static_cast<IEEE802_11_Element_ID>(whole.octets[at]) !=
-            IEEE802_11_PerSTAProfile::ELEMENT_ID ||
-        profile_content.octets.size() < sta_control) {
-        return std::nullopt;
+    FailedLink link{
+        static_cast<std::uint8_t>(whole.octets[at + header] & link_id_mask), whole.offsets[at], {}};
+    const Content content = whole.content_at(at, subelement_fragment);
+    if (content.octets.empty()) {
+        return link;
     }
     IEEE802_11_PerSTAProfile profile;
     if (const auto& maps = element.inherited_eht_maps()) {
@@ -119,8 +120,8 @@ std::optional<FailedLink> failed_link(const IEEE802_11_MultiLink& element,
     if (reads(profile, std::span(whole.octets).subspan(at))) {
         return std::nullopt;
     }
-    return FailedLink{static_cast<std::uint8_t>(profile_content.octets[0] & link_id_mask),
-                      whole.offsets[at], failed_element(profile, profile_content)};
+    link.element = failed_element(profile, content);
+    return link;
 }
 
 }  // namespace nuvctl

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "json/decode_json.hpp"
 
+#include <algorithm>
 #include <array>
 
 #include "frames/security.hpp"
@@ -198,7 +199,8 @@ void write_value(Json& json, const ActionFrame::Value& value) {
             json.text(meaning_of(field->name), field->meaning(octets->front()));
         }
     } else {
-        if (field->kind == Kind::TEXT && !is_utf8(as_text(*octets))) {
+        if (field->kind == Kind::TEXT &&
+            (!is_utf8(as_text(*octets)) || std::ranges::count(*octets, 0) != 0)) {
             json.text(hex_of(field->name), to_hex(*octets));
         }
         json.text(field->name, field->kind == Kind::ADDRESS ? address_in(*octets).to_string()
