@@ -34,6 +34,7 @@ namespace nuv::OperatingClassDeduction {
 namespace {
 
 using impl::operating_class_tables::segment_channels;
+using impl::operating_class_tables::width_at;
 
 constexpr std::size_t bit(ChannelCapabilityBit value) { return static_cast<std::size_t>(value); }
 
@@ -179,7 +180,7 @@ std::vector<int> numbers(const auto& set) {
 /// The edges of each segment in MHz.
 std::vector<std::string> ranges_of(const OpclassDefinition& row) {
     std::vector<std::string> ranges;
-    const int half = row.channel_spacing.count() * 500;
+    const int half = width_at(row.channel_spacing).count() * 500;
     for (const KiloHertz center : frequencies_of(row, centers_of(row))) {
         impl::ClassicStream range;
         range << (center.count() - half) / 1e3 << '-' << (center.count() + half) / 1e3;
