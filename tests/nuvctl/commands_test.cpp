@@ -61,6 +61,15 @@ TEST(Commands, AnswerAsListed) {
         const std::string text = outcome(call);
         EXPECT_EQ(std::ranges::count(text, '\t'), lines) << call;
     }
+    // More than is read at once.
+    std::string many;
+    for (int line = 0; line < 5'000; ++line) {
+        many += "{\"channel\":36}\n";
+    }
+    EXPECT_EQ(
+        outcome("validate < " + many + "}"),
+        "1\tnuvctl: input.json: line 5001: parse error: unallowed token at this point in JSON "
+        "text");
     std::filesystem::remove_all(folder);
 }
 

@@ -113,7 +113,7 @@ TEST_F(Nuvctl, EncodesUpToTheFirstObjectThatItRefuses) {
     const std::pair<std::string, std::string> rows[] = {
         {"\n{}\n", "nuvctl: c.json: line 3: type: missing\n"},
         {"\n[" + json,
-         "nuvctl: c.json: line 3: parse error: after array element, I expect ',' or ']'\n"},
+         "nuvctl: c.json: line 4: parse error: after array element, I expect ',' or ']'\n"},
     };
     for (const auto& [refused, error] : rows) {
         write("c.json", std::string(json).append(refused).append(json));
