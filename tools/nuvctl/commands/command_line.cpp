@@ -130,8 +130,8 @@ void add_options(CLI::App& command, OpclassOptions& options) {
 void add_options(CLI::App& command, ValidateOptions& options) {
     command.add_option("FILE", options.files, "JSON, - is standard input")->capture_default_str();
     command.footer(
-        "Capabilities of an entry are not in its JSON and not looked at. Exit status 1 if anything "
-        "is wrong.\n\n"
+        "Entry capabilities are not part of the JSON and are not checked. The exit status is 1 if\n"
+        "anything is wrong.\n\n"
         "Example: echo '{\"channel\":36,\"frequency\":5200000}' | nuvctl validate");
 }
 
@@ -184,7 +184,8 @@ std::unique_ptr<CLI::App> make_parser(Action& action) {
         run_channel);
     add(*parser, action, "opclass", "Print operating classes: one JSON object a line", run_opclass);
     add(*parser, action, "validate",
-        "Check channel lists, entries and infos in JSON: one JSON object a finding", run_validate);
+        "Check channel lists, entries and infos in JSON: one JSON object per finding",
+        run_validate);
     return parser;
 }
 
