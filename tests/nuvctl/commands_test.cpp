@@ -21,11 +21,12 @@ namespace nuvctl {
 namespace {
 
 /// The exit status and what the tool writes, a tab for each newline. The text behind " < " is that
-/// of the file behind the arguments.
+/// of the file behind the arguments; '' is an empty argument.
 std::string outcome(const std::string& call) {
     const auto input = call.find(" < ");
     std::istringstream words("nuvctl " + call.substr(0, input));
     std::vector<std::string> arguments(std::istream_iterator<std::string>(words), {});
+    std::ranges::replace(arguments, "''", "");
     if (input != std::string::npos) {
         std::ofstream(arguments.emplace_back("input.json")) << call.substr(input + 3);
     }
