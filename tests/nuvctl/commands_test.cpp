@@ -159,6 +159,7 @@ TEST(Commands, StandInTheManual) {
                            name = "nuvctl";
                        }
                    });
+    const std::regex special("[.+]");
     const std::set<std::string> for_all{"--help", "--help-all", "--version"};
     Words expected;
     for (const auto& [key, words] : words_of_parser()) {
@@ -166,7 +167,8 @@ TEST(Commands, StandInTheManual) {
         for (const std::string& word : words) {
             if (key.starts_with("--")) {
                 const std::string text = manual.substr(item, manual.find("\n.It", item + 1) - item);
-                EXPECT_TRUE(std::regex_search(text, std::regex("\\b" + word + "\\b")))
+                EXPECT_TRUE(std::regex_search(
+                    text, std::regex("\\b" + std::regex_replace(word, special, "\\$&") + "\\b")))
                     << key << word;
             } else if (!for_all.contains(word)) {
                 expected[key].insert(word);

@@ -153,22 +153,23 @@ void add_options(CLI::App& command, AddressOptions& options) {
 
 void add_options(CLI::App& command, ChannelOptions& options) {
     auto* which = command.add_option_group("channel");
-    which
-        ->add_option("--frequency", options.frequency,
-                     "Centre of the primary 20 MHz channel, in kHz")
-        ->check(CLI::Range(1, 100'000'000));
-    auto* band = which->add_option("--band", options.band, "GHz of the channel's band")
-                     ->check(CLI::IsMember({"2.4", "5", "6"}));
+    which->add_option("--frequency", options.frequency, "Center frequency of the channel in kHz")
+        ->check(decimal(1, 100'000'000));
+    auto* band = which->add_option("--band", options.band, "Band in GHz")
+                     ->check(CLI::IsMember({"2.4", "5", "6", "60"}));
     which->require_option(1);
     auto* number = command.add_option("--number", options.number, "Channel number within --band")
                        ->check(decimal(1, 255));
     band->needs(number);
     number->needs(band);
-    command.add_option("--width", options.width, "MHz that it is the primary channel of")
-        ->check(CLI::IsMember({20, 40, 80, 160, 320}))
+    command.add_option("--width", options.width, "Channel width in MHz")
+        ->check(CLI::IsMember({"5", "10", "20", "40", "80", "80+80", "160", "320", "2160"}))
         ->capture_default_str();
+    command.add_flag("--center", options.center,
+                     "The number or frequency is that of a segment's center");
     command.footer(
-        "A channel of 40 MHz in the 2.4 GHz band and one of 320 MHz may lie in two segments.\n\n"
+        "A channel of 40 MHz in the 2.4 GHz band and one of 320 MHz may lie in two segments.\n"
+        "80+80 finds the classes of secondary segments.\n\n"
         "Example: nuvctl channel --band 6 --number 37 --width 320");
 }
 
