@@ -83,8 +83,8 @@ public:
     /// By frequency alone.
     bool operator<(const ChannelEntry& other) const { return frequency_ < other.frequency_; }
 
-    /// " 36 | 5180000 kHz | 20 | 0000000111 | 00000 | 00 | -110 | 0": channel, frequency, power, the
-    /// three sets of flags, highest bit first, noise in dBm, utilisation.
+    /// " 36 | 5180000 kHz | 20 | 0000000111 | 00000 | 00 | -110 | 0": channel, frequency, power,
+    /// the three sets of flags, highest bit first, noise in dBm, utilisation.
     std::string to_string() const;
 
     void serialize_impl(serialization::YAJLStream& stream,

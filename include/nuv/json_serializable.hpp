@@ -19,8 +19,8 @@ class YAJLStream;
 ///
 /// serialize() writes one value. deserialize() reads the member `key` of the object `node`, or the
 /// node itself when `key` is empty (elements of an array). When it fails, an object may be partly
-/// replaced; every other target keeps its value. Both throw SerializationException. The codecs of numbers, texts, enumerations, objects and
-/// lists are in json_serializable_type.hpp.
+/// replaced; every other target keeps its value. Both throw SerializationException. The codecs of
+/// numbers, texts, enumerations, objects and lists are in json_serializable_type.hpp.
 template <typename T>
 struct JSONSerializableType;
 

@@ -43,8 +43,8 @@ public:
     virtual std::uint32_t get_length() const = 0;
     virtual IEEE802_11_Element_ID get_type() const = 0;
     virtual IEEE802_11_Element_ID_Extension get_extension_type() const = 0;
-    /// Same ID, same extension and equal fields. Deliberate: a typed element never equals a raw one,
-    /// nor one of a class that is derived from its own.
+    /// Same ID, same extension and equal fields. Deliberate: a typed element never equals a raw
+    /// one, nor one of a class that is derived from its own.
     virtual bool operator==(const IEEE802_11_Element_Base& other) const;
 
     /// Reads the element that begins at the first of `bytes`: as deserialize_impl from a stream

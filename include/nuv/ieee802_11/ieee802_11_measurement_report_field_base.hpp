@@ -33,7 +33,8 @@ public:
     virtual MeasurementType get_measurement_type() const = 0;
     /// Same class and equal fields.
     virtual bool operator==(const IEEE802_11_MeasurementReportFieldBase& other) const;
-    /// Writes the text form, for people. The stream's width, fill and flags neither matter nor change.
+    /// Writes the text form, for people. The stream's width, fill and flags neither matter nor
+    /// change.
     virtual void serialize_string_impl(std::ostream& os) const;
 
     /// Reads the field that begins at the first of `bytes`: as deserialize_impl from a stream over

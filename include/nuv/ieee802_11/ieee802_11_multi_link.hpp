@@ -101,8 +101,8 @@ public:
     void set_extended_mld_capabilities(const std::optional<std::bitset<16>>& value) {
         set(extended_mld, extended_mld_capabilities_, value);
     }
-    /// Octets that the Common Info's length counts behind these fields: later editions append there.
-    /// Where the length cannot count them, writing throws "Invalid length".
+    /// Octets that the Common Info's length counts behind these fields: later editions append
+    /// there. Where the length cannot count them, writing throws "Invalid length".
     const Surplus& get_common_info_surplus() const { return common_info_surplus_; }
     void set_common_info_surplus(const Surplus& octets) {
         require_basic();

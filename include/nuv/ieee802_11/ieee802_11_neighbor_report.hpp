@@ -51,8 +51,8 @@ public:
         virtual void assign_fields(IEEE802_11_FieldSource& source) = 0;
 
         /// Throws the SerializationException with which serialize_impl() refuses the subelement; a
-        /// report asks before it writes its first octet. By default that is "Invalid length" for more
-        /// than 255 octets behind the Length octet.
+        /// report asks before it writes its first octet. By default that is "Invalid length" for
+        /// more than 255 octets behind the Length octet.
         virtual void check_fields() const;
 
     protected:
