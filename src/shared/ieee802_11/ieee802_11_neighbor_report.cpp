@@ -300,11 +300,12 @@ bool Report::equal_fields(const IEEE802_11_Element_Base& other) const {
 }
 
 void Report::visit_fields(IEEE802_11_FieldVisitor& visitor) const {
+    std::ranges::for_each(sub_elements_, required);
     Layout::fields::visit(*this, visitor);
     visitor.open_list("subelements");
     for (const SubElementPtr& sub : sub_elements_) {
         visitor.open_object({});
-        visitor.number("id", static_cast<std::uint8_t>(required(sub).get_type()));
+        visitor.number("id", static_cast<std::uint8_t>(sub->get_type()));
         visitor.open_object("fields");
         sub->visit_fields(visitor);
         visitor.close_object();
