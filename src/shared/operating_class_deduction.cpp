@@ -5,6 +5,7 @@
 #include <optional>
 #include <ostream>
 #include <stdexcept>
+#include <string>
 #include <utility>
 
 #include "internal/channel_raster.hpp"
@@ -383,11 +384,10 @@ SmallVector<std::uint8_t, 2> OpclassLookup::get_opclasses_from_channel_info(
     auto opclasses = deduce(info);
     const auto* missing = std::ranges::find(opclasses, 0);
     if (missing != opclasses.end()) {
-        impl::ClassicStream text;
-        text << "No mapping available for "
-             << (missing == opclasses.begin() ? "primary" : "secondary")
-             << " segment of channel info " << info;
-        throw std::logic_error(std::move(text).str());
+        throw std::logic_error(std::string("No mapping available for ")
+                                   .append(missing == opclasses.begin() ? "primary" : "secondary")
+                                   .append(" segment of channel info ")
+                                   .append(info.to_string()));
     }
     return opclasses;
 }
@@ -458,7 +458,7 @@ void OpclassLookup::print_lookup_table(std::ostream& os) const {
             text << '\n';
         }
     }
-    os << text.view();
+    impl::write_text(os, text.view());
 }
 
 const OpclassLookup& get_channel_opclasses_global() {
