@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "nuv/ieee802_11/ieee802_11_element_sequence.hpp"
 
+#include <stdexcept>
 #include <utility>
 
 #include "internal/ieee802_11/element_layout.hpp"
@@ -15,6 +16,9 @@ std::span<const std::uint8_t> IEEE802_11_ElementSequence::octets_of(std::size_t 
 }
 
 void IEEE802_11_ElementSequence::add_element(ElementPtr element) {
+    if (element == nullptr) {
+        throw std::invalid_argument("An element of a sequence is null");
+    }
     const auto octets = impl::written_with_real_length(*element);
     add_element(std::move(element), octets);
 }
