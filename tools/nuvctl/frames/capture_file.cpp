@@ -44,12 +44,18 @@ std::optional<Record> CaptureFile::next() {
             throw FileError("record " + std::to_string(records_ + 1) + ": " +
                             pcap_geterr(capture_.get()));
     }
+    // A classic file has unsigned seconds of 32 bits, which libpcap extends with a sign.
+    constexpr int pcapng = 1;
+    const bool unsigned_seconds = pcap_major_version(capture_.get()) != pcapng ||
+                                  sizeof(header->ts.tv_sec) == sizeof(std::uint32_t);
+    const std::int64_t seconds = unsigned_seconds ? static_cast<std::uint32_t>(header->ts.tv_sec)
+                                                  : std::int64_t{header->ts.tv_sec};
     // What a damaged file says of the time may be anything.
     constexpr int second = 1'000'000;
     const std::int64_t microseconds = header->ts.tv_usec;
     const auto fraction = static_cast<std::int32_t>((microseconds % second + second) % second);
     return Record{++records_,
-                  {header->ts.tv_sec + (microseconds - fraction) / second, fraction},
+                  {seconds + (microseconds - fraction) / second, fraction},
                   std::span(octets, header->caplen),
                   std::max(header->len, header->caplen)};
 }

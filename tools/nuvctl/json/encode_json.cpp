@@ -181,7 +181,7 @@ void append_action(JsonFields& fields, const ActionType& type, std::vector<std::
 
 EncodedFrame read_json(nuv::serialization::YAJLNode document) {
     JsonFields fields(std::move(document));
-    for (const auto* derived : {"file", "frame", "fcs", "truncated", "error"}) {
+    for (const auto* derived : {"file", "frame", "time_raw", "fcs", "truncated", "error"}) {
         fields.ignore(derived);
     }
     const std::string name = fields.text("type");
