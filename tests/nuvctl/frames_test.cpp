@@ -32,10 +32,15 @@ std::string found_in(const std::string& record) {
         return frame ? to_hex(frame->body) : "none";
     }
     const auto not_captured = static_cast<std::size_t>(std::ranges::count(record, '.')) / 2;
-    const auto frame = mac_frame(std::stoi(record), {1, {}, octets, octets.size() + not_captured});
-    return !frame ? "none"
-                  : to_hex(frame->octets) + (frame->bad_fcs ? " bad" : "") +
-                        (frame->truncated ? " truncated" : "");
+    try {
+        const auto frame =
+            mac_frame(std::stoi(record), {1, {}, octets, octets.size() + not_captured});
+        return !frame ? "none"
+                      : to_hex(frame->octets) + (frame->bad_fcs ? " bad" : "") +
+                            (frame->truncated ? " truncated" : "");
+    } catch (const FileError& error) {
+        return error.what();
+    }
 }
 
 TEST(Records, HoldFramesAsListed) {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "file.hpp"
 
+#include <fcntl.h>
 #include <sys/stat.h>
 
 #include <cerrno>
@@ -20,8 +21,14 @@ void CloseFile::operator()(std::FILE* file) const noexcept {
     }
 }
 
-File open_to_read(const std::string& name) {
-    File file(name == "-" ? stdin : std::fopen(name.c_str(), "rbe"));
+File open_to_read(const std::string& name, int flags) {
+    File file;
+    if (name == "-") {
+        file.reset(stdin);
+    } else if (const int descriptor = open(name.c_str(), O_RDONLY | O_CLOEXEC | flags);
+               descriptor >= 0) {
+        file.reset(fdopen(descriptor, "rb"));
+    }
     struct stat status {};
     if (file == nullptr || fstat(fileno(file.get()), &status) != 0) {
         throw_errno(errno);

@@ -37,8 +37,10 @@ struct CloseFile {
 /// An open file; closed with the object, standard input and output are not.
 using File = std::unique_ptr<std::FILE, CloseFile>;
 
-/// Each opens the file `name`; "-" is standard input or output. Throws FileError, also for a folder.
-File open_to_read(const std::string& name);
+/// Opens the file `name`, with `flags` of open(2); "-" is standard input. Throws FileError, also for a
+/// folder.
+File open_to_read(const std::string& name, int flags = 0);
+/// Opens the file `name`; "-" is standard output. Throws FileError, also for a folder.
 File open_to_write(const std::string& name);
 
 }  // namespace nuvctl

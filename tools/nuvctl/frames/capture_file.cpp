@@ -2,7 +2,6 @@
 #include "frames/capture_file.hpp"
 
 #include <pcap/pcap.h>
-#include <sys/stat.h>
 
 #include <algorithm>
 #include <array>
@@ -13,21 +12,30 @@ namespace nuvctl {
 
 void CaptureFile::Close::operator()(pcap* capture) const noexcept { pcap_close(capture); }
 
-CaptureFile::CaptureFile(const std::string& name) {
-    File file = open_to_read(name);
-    struct stat status {};
-    if (fstat(fileno(file.get()), &status) == 0 && S_ISREG(status.st_mode)) {
-        size_ = status.st_size;
-    }
-    if (size_ == 0) {
+CaptureFile::CaptureFile(const std::string& name, int stop) : input_(name, stop) {
+    if (size() == 0) {
         throw FileError("the file is empty");
     }
-    std::array<char, PCAP_ERRBUF_SIZE> reason{};
-    capture_.reset(pcap_fopen_offline(file.get(), reason.data()));
+    File file = input_.stream();
+    std::array<char, PCAP_ERRBUF_SIZE> text{};
+    capture_.reset(pcap_fopen_offline(file.get(), text.data()));
     if (capture_ == nullptr) {
-        throw FileError(std::string("not a capture file: ") + reason.data());
+        throw FileError("not a capture file: " + reason(text.data()));
     }
     file.release();  // NOLINT(bugprone-unused-return-value): closed with the capture
+}
+
+std::string CaptureFile::reason(const char* of_libpcap) const {
+    if (input_.problem() != nullptr) {
+        return input_.problem();
+    }
+    // libpcap gives all records of a file one link type.
+    const std::string text = of_libpcap;
+    return text.find("different from the type of the first interface") == std::string::npos
+               ? text
+               : text +
+                     "; extract one interface: tshark -r FILE -Y 'frame.interface_id == 0' -w ONE, "
+                     "then editcap -F pcap -T ieee-802-11-radiotap ONE ONE.pcap";
 }
 
 int CaptureFile::link_type() const { return pcap_datalink(capture_.get()); }
@@ -42,7 +50,7 @@ std::optional<Record> CaptureFile::next() {
             return std::nullopt;
         default:
             throw FileError("record " + std::to_string(records_ + 1) + ": " +
-                            pcap_geterr(capture_.get()));
+                            reason(pcap_geterr(capture_.get())));
     }
     // A classic file has unsigned seconds of 32 bits, which libpcap extends with a sign.
     constexpr int pcapng = 1;
@@ -59,8 +67,6 @@ std::optional<Record> CaptureFile::next() {
                   std::span(octets, header->caplen),
                   std::max(header->len, header->caplen)};
 }
-
-std::int64_t CaptureFile::position() const { return ftello(pcap_file(capture_.get())); }
 
 void CaptureWriter::Close::operator()(pcap* capture) const noexcept { pcap_close(capture); }
 void CaptureWriter::Close::operator()(pcap_dumper* dumper) const noexcept {

@@ -9,6 +9,7 @@
 #include <string>
 
 #include "file.hpp"
+#include "frames/input.hpp"
 #include "text/timestamp.hpp"
 
 struct pcap;
@@ -24,11 +25,13 @@ struct Record {
     std::size_t length;                    ///< what it had on the link, octets.size() at least
 };
 
-/// A capture file, classic pcap or pcapng, read from its beginning to its end.
+/// A capture file, classic pcap or pcapng, which may be compressed by gzip, read from its beginning to
+/// its end.
 class CaptureFile {
 public:
-    /// Opens the file `name`; "-" is standard input. Throws FileError.
-    explicit CaptureFile(const std::string& name);
+    /// Opens the file `name`; "-" is standard input. The file ends, within a record or not, once the
+    /// descriptor `stop` becomes readable; -1 is none. Throws FileError.
+    explicit CaptureFile(const std::string& name, int stop = -1);
 
     /// The link type of its records, as libpcap numbers them.
     int link_type() const;
@@ -36,18 +39,21 @@ public:
     std::optional<Record> next();
 
     /// Whether records come as somebody writes them, and nobody knows how many.
-    bool is_live() const { return size_ < 0; }
-    /// Octets of the file, and how many of them were read; negative for a live one.
-    std::int64_t size() const { return size_; }
-    std::int64_t position() const;
+    bool is_live() const { return input_.size() < 0; }
+    /// Octets of the file, and how many of them were read; the size of a live one is negative.
+    std::int64_t size() const { return input_.size(); }
+    std::int64_t position() const { return input_.position(); }
 
 private:
     struct Close {
         void operator()(pcap* capture) const noexcept;
     };
 
+    /// Why libpcap failed.
+    std::string reason(const char* of_libpcap) const;
+
+    Input input_;
     std::unique_ptr<pcap, Close> capture_;
-    std::int64_t size_ = -1;
     std::uint64_t records_ = 0;
 };
 

@@ -5,15 +5,13 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
-#include <span>
 #include <string>
 #include <vector>
 
+#include "frames/octets.hpp"
 #include "nuv/ieee802_11/ieee802_11_assoc_request_frame.hpp"
 
 namespace nuvctl {
-
-using Octets = std::span<const std::uint8_t>;
 
 /// An element of a frame's body, in the order sent.
 struct Element {
