@@ -146,6 +146,8 @@ TEST_F(Nuvctl, ReportsOutputThatCannotBeWrittenUnlessItsReaderHasGone) {
             EXPECT_EQ(gone.err, "") << command;
         }
     }
+    EXPECT_EQ(run("nuvctl encode --format pcap < /dev/null > /dev/full").err,
+              "nuvctl: cannot write to standard output\n");
     for (const std::string format : {"hex", "pcap"}) {
         EXPECT_EQ(run("nuvctl encode c.json --output /dev/full --format " + format).err,
                   "nuvctl: cannot write to /dev/full\n");

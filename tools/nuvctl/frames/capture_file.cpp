@@ -5,8 +5,7 @@
 
 #include <algorithm>
 #include <array>
-#include <cerrno>
-#include <limits>
+#include <initializer_list>
 
 namespace nuvctl {
 
@@ -68,30 +67,33 @@ std::optional<Record> CaptureFile::next() {
                   std::max(header->len, header->caplen)};
 }
 
-void CaptureWriter::Close::operator()(pcap* capture) const noexcept { pcap_close(capture); }
-void CaptureWriter::Close::operator()(pcap_dumper* dumper) const noexcept {
-    pcap_dump_close(dumper);
+namespace {
+
+void append_little_endian(std::string& octets, std::initializer_list<std::uint32_t> words) {
+    for (const std::uint32_t word : words) {
+        for (unsigned shift = 0; shift < 32; shift += 8) {
+            octets += static_cast<char>(word >> shift);
+        }
+    }
 }
 
-CaptureWriter::CaptureWriter(File file, int link_type)
-    : capture_(pcap_open_dead(link_type, std::numeric_limits<std::uint16_t>::max())) {
-    if (capture_ == nullptr) {
-        throw_errno(ENOMEM);
-    }
-    dumper_.reset(pcap_dump_fopen(capture_.get(), file.get()));
-    if (dumper_ == nullptr) {
-        throw FileError(pcap_geterr(capture_.get()));
-    }
-    file.release();  // NOLINT(bugprone-unused-return-value): closed with the dumper
+}  // namespace
+
+std::string capture_header(std::uint32_t link_type) {
+    constexpr std::uint32_t microseconds = 0xA1B2C3D4;
+    constexpr std::uint32_t version_2_4 = 4U << 16U | 2U;
+    std::string octets;
+    // behind the version: time zone, accuracy, longest record
+    append_little_endian(octets, {microseconds, version_2_4, 0, 0, max_record, link_type});
+    return octets;
 }
 
-bool CaptureWriter::write(const Timestamp& time, std::span<const std::uint8_t> octets) {
-    pcap_pkthdr header{};
-    header.ts.tv_sec = static_cast<decltype(header.ts.tv_sec)>(time.seconds);
-    header.ts.tv_usec = time.microseconds;
-    header.caplen = header.len = static_cast<bpf_u_int32>(octets.size());
-    pcap_dump(reinterpret_cast<u_char*>(dumper_.get()), &header, octets.data());
-    return pcap_dump_flush(dumper_.get()) == 0 && std::ferror(pcap_dump_file(dumper_.get())) == 0;
+std::string capture_record(const Timestamp& time, std::span<const std::uint8_t> octets) {
+    const auto size = static_cast<std::uint32_t>(octets.size());
+    std::string record;
+    append_little_endian(record, {static_cast<std::uint32_t>(time.seconds),
+                                  static_cast<std::uint32_t>(time.microseconds), size, size});
+    return record.append(octets.begin(), octets.end());
 }
 
 }  // namespace nuvctl

@@ -13,7 +13,6 @@
 #include "text/timestamp.hpp"
 
 struct pcap;
-struct pcap_dumper;
 
 namespace nuvctl {
 
@@ -57,24 +56,11 @@ private:
     std::uint64_t records_ = 0;
 };
 
-/// Writes a capture file, classic pcap.
-class CaptureWriter {
-public:
-    /// `link_type` as libpcap numbers them. Throws FileError.
-    CaptureWriter(File file, int link_type);
-
-    /// Writes a record through to the file; its time is one from 1970 to 2106, as a capture file has
-    /// it. Returns false, with the reason in errno, when that fails.
-    bool write(const Timestamp& time, std::span<const std::uint8_t> octets);
-
-private:
-    struct Close {
-        void operator()(pcap* capture) const noexcept;
-        void operator()(pcap_dumper* dumper) const noexcept;
-    };
-
-    std::unique_ptr<pcap, Close> capture_;
-    std::unique_ptr<pcap_dumper, Close> dumper_;
-};
+/// Octets of a record at most; readers take longer ones for damage.
+constexpr std::size_t max_record = 65'535;
+/// A capture file, classic pcap: its beginning, with the link type as libpcap numbers it, and each of its
+/// records, of at most max_record octets and at a time from 1970 to 2106.
+std::string capture_header(std::uint32_t link_type);
+std::string capture_record(const Timestamp& time, std::span<const std::uint8_t> octets);
 
 }  // namespace nuvctl

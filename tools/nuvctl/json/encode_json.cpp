@@ -8,6 +8,7 @@
 
 #include "frames/action_frame.hpp"
 #include "frames/association_request.hpp"
+#include "frames/capture_file.hpp"
 #include "json/fields.hpp"
 #include "nuv/mac_address.hpp"
 #include "nuv/serialization_exception.hpp"
@@ -118,6 +119,9 @@ std::vector<std::uint8_t> element(JsonFields& fields, ElementMaker& maker) {
 void append_elements(JsonFields& fields, ElementMaker maker, std::vector<std::uint8_t>& frame) {
     for (std::size_t count = fields.open_list("elements"); count > 0; --count) {
         append(frame, element(fields, maker));
+        if (frame.size() > max_record) {
+            fields.fail("the frame has more than " + std::to_string(max_record) + " octets");
+        }
     }
     fields.close_list();
 }
