@@ -252,5 +252,14 @@ TEST(Summary, EscapesTextsFromOutsideAndCountsActionFrames) {
         "action frames: btm_query 2, btm_response 1, 1 with errors (see the JSON)\n"));
 }
 
+TEST(Summary, CountsWhatAStationCanDoOnAnyLink) {
+    const std::string text =
+        summary_of({"association 3104 0A00 0000 FF47 6B 0000 07 024E555670BE 003B 3100 07 "
+                    "024E555670BF 3104 0101 82 4605 0100000000 7F03 000008 3603 123400 "
+                    "2D1A020000FFFF000000000000000000000000000000000000000000"});
+    EXPECT_TRUE(has(text, "  2        20/40   k v r        2.4    2      02:4E:55:56:70:BE\n"))
+        << text;
+}
+
 }  // namespace
 }  // namespace nuvctl

@@ -83,7 +83,8 @@ std::optional<AssociationRequest> association_request(const ManagementFrame& fra
             request.current_ap = address_in(body.subspan(fixed_fields));
         }
     }
-    request.elements = read_elements(body, elements_begin, ElementMaker::Frame::REQUEST);
+    ElementMaker maker(ElementMaker::Frame::REQUEST);
+    request.elements = read_elements(body, elements_begin, maker);
     // The library knows the frame without the current AP's address.
     std::vector<std::uint8_t> without_address(body.begin(), body.end());
     const auto place = [&](std::size_t at) {
