@@ -247,7 +247,8 @@ std::string summary_of(std::initializer_list<const char*> texts) {
 TEST(Summary, EscapesTextsFromOutsideAndCountsActionFrames) {
     const std::string text = summary_of({"association 3104 0A00 0003 1B5B6D", "to_ap 0A06 02 10",
                                          "to_ap 0A06 02", "to_ap 0A08 03 00 00"});
-    EXPECT_TRUE(has(text, "02:00:00:00:00:02  \\x1b[m  NONE")) << text;
+    EXPECT_TRUE(has(text, "02:00:00:00:00:02  \\x1b[m  UNDEFINED (WEP?)")) << text;
+    EXPECT_TRUE(has(text, "\nsecurity: UNDEFINED (WEP?) 1\n")) << text;
     EXPECT_TRUE(text.ends_with(
         "action frames: btm_query 2, btm_response 1, 1 with errors (see the JSON)\n"));
 }

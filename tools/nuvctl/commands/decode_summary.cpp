@@ -248,6 +248,11 @@ private:
     }
 };
 
+std::string text_of(const Security& security) {
+    const std::string mode = enum_to_string(security.mode);
+    return security.detail.empty() ? mode : mode + " (" + std::string(security.detail) + ")";
+}
+
 void print_row(std::ostream& os, std::span<const std::string> cells,
                std::span<const std::size_t> columns_used, std::span<const std::size_t> widths) {
     for (std::size_t k = 0; k < cells.size(); ++k) {
@@ -261,13 +266,13 @@ void print_row(std::ostream& os, std::span<const std::string> cells,
 
 using Counts = std::map<std::string, std::size_t>;
 
-/// In how many cells of a column each word stands.
+/// In how many cells of a column each word stands; `end` is behind each word of a cell.
 template <class Stations>
-Counts words_in(const Stations& stations, std::size_t column) {
+Counts words_in(const Stations& stations, std::size_t column, char end) {
     Counts counts;
     for (const auto& [address, station] : stations) {
         std::istringstream words(station.cells[column]);
-        for (std::string word; words >> word;) {
+        for (std::string word; std::getline(words, word, end);) {
             ++counts[word];
         }
     }
@@ -307,7 +312,7 @@ void Summary::add(const AssociationRequest& request) {
     station->second.ssid_columns = ssid.text.empty() ? 1 : ssid.columns;
     station->second.cells = {request.station.to_string(),
                              ssid.text.empty() ? "-" : ssid.text,
-                             security_text(request),
+                             text_of(security_of(request)),
                              generations(request),
                              std::to_string(abilities.streams),
                              join(abilities.widths, width_names, "/"),
@@ -360,9 +365,9 @@ void Summary::print_stations(std::ostream& os) const {
        << count(requests_, "request", "requests") << " of "
        << count(stations_.size(), "station", "stations");
     print_errors(os, errors_);
-    print_counts(os, "generations", words_in(stations_, generations_column));
+    print_counts(os, "generations", words_in(stations_, generations_column, ' '));
     os << '\n';
-    print_counts(os, "security", words_in(stations_, security_column));
+    print_counts(os, "security", words_in(stations_, security_column, '\n'));
     os << '\n';
 }
 

@@ -199,7 +199,11 @@ void write_json(std::ostream& os, const Source& source, const AssociationRequest
         const std::string_view ssid = as_text(request.ssid);
         is_utf8(ssid) ? json.text("ssid", ssid) : json.null("ssid");
         json.text("ssid_hex", to_hex(request.ssid));
-        json.text("security", security_text(request));
+        const Security security = security_of(request);
+        json.text("security", enum_to_string(security.mode));
+        if (!security.detail.empty()) {
+            json.text("security_detail", security.detail);
+        }
         write_rsn(json, request);
     });
 }

@@ -127,7 +127,7 @@ void append_elements(JsonFields& fields, ElementMaker maker, std::vector<std::ui
 }
 
 void append_request(JsonFields& fields, bool reassociation, std::vector<std::uint8_t>& frame) {
-    for (const auto* derived : {"ssid", "ssid_hex", "security", "rsn"}) {
+    for (const auto* derived : {"ssid", "ssid_hex", "security", "security_detail", "rsn"}) {
         fields.ignore(derived);
     }
     append_little_endian(frame, fields.number("capability_information", 16), 2);
