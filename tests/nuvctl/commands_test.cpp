@@ -25,11 +25,12 @@ namespace nuvctl {
 namespace {
 
 /// The exit status and what the tool writes, a tab for each newline. The text behind " < " is that
-/// of the file behind the arguments.
+/// of the file behind the arguments; '' is an empty argument.
 std::string outcome(const std::string& call) {
     const auto input = call.find(" < ");
     std::istringstream words("nuvctl " + call.substr(0, input));
     std::vector<std::string> arguments(std::istream_iterator<std::string>(words), {});
+    std::ranges::replace(arguments, "''", "");
     if (input != std::string::npos) {
         std::ofstream(arguments.emplace_back("input.json")) << call.substr(input + 3);
     }
@@ -87,6 +88,15 @@ TEST_F(CommandsInAFolder, AnswerAsListed) {
         const std::string text = outcome(call);
         EXPECT_EQ(std::ranges::count(text, '\t'), lines) << call;
     }
+    // More than is read at once.
+    std::string many;
+    for (int line = 0; line < 5'000; ++line) {
+        many += "{\"channel\":36}\n";
+    }
+    EXPECT_EQ(
+        outcome("validate < " + many + "}"),
+        "1\tnuvctl: input.json: line 5001: parse error: unallowed token at this point in JSON "
+        "text");
 }
 
 TEST_F(CommandsInAFolder, ReadCompressedCaptures) {
@@ -251,6 +261,7 @@ TEST(Commands, StandInTheManual) {
                            name = "nuvctl";
                        }
                    });
+    const std::regex special("[.+]");
     const std::set<std::string> for_all{"--help", "--help-all", "--version"};
     Words expected;
     for (const auto& [key, words] : words_of_parser()) {
@@ -258,7 +269,8 @@ TEST(Commands, StandInTheManual) {
         for (const std::string& word : words) {
             if (key.starts_with("--")) {
                 const std::string text = manual.substr(item, manual.find("\n.It", item + 1) - item);
-                EXPECT_TRUE(std::regex_search(text, std::regex("\\b" + word + "\\b")))
+                EXPECT_TRUE(std::regex_search(
+                    text, std::regex("\\b" + std::regex_replace(word, special, "\\$&") + "\\b")))
                     << key << word;
             } else if (!for_all.contains(word)) {
                 expected[key].insert(word);

@@ -114,7 +114,7 @@ TEST_F(Nuvctl, EncodesUpToTheFirstObjectThatItRefuses) {
     const std::pair<std::string, std::string> rows[] = {
         {"\n{}\n", "nuvctl: c.json: line 3: type: missing\n"},
         {"\n[" + json,
-         "nuvctl: c.json: line 3: parse error: after array element, I expect ',' or ']'\n"},
+         "nuvctl: c.json: line 4: parse error: after array element, I expect ',' or ']'\n"},
     };
     for (const auto& [refused, error] : rows) {
         write("c.json", std::string(json).append(refused).append(json));
@@ -134,7 +134,8 @@ TEST_F(Nuvctl, ReportsOutputThatCannotBeWrittenUnlessItsReaderHasGone) {
          {"nuvctl address ::1", "nuvctl channel --band 5 --number 36",
           "nuvctl decode stations.pcap", "nuvctl decode --summary stations.pcap",
           "nuvctl encode c.json", "nuvctl encode c.json --format pcap", "nuvctl opclass",
-          "nuvctl opclass --table", "echo '{\"channel\":0}' | nuvctl validate"}) {
+          "nuvctl opclass --table", "nuvctl --help", "nuvctl --version",
+          "echo '{\"channel\":0}' | nuvctl validate"}) {
         const Outcome full = run(command + " > /dev/full");
         EXPECT_EQ(full.status, 1) << command;
         EXPECT_EQ(full.err, "nuvctl: cannot write to standard output\n") << command;
