@@ -17,6 +17,7 @@
 #include "file.hpp"
 #include "frames/action_frame.hpp"
 #include "frames/association_request.hpp"
+#include "frames/link_layer.hpp"
 #include "nuv/ip_address.hpp"
 #include "text/text.hpp"
 
@@ -108,12 +109,15 @@ void add_options(CLI::App& command, DecodeOptions& options) {
         ->allow_extra_args(false)
         ->type_name("TYPE")
         ->check(CLI::IsMember(frame_types()));
-    command.add_option("FILE", options.files, "pcap or pcapng, - is standard input")
+    command
+        .add_option("FILE", options.files,
+                    "pcap or pcapng, also compressed by gzip; - is standard input")
         ->capture_default_str();
     command.footer(
-        "Reads the link types IEEE 802.11 (105), Prism (119) and radiotap (127). Numbers are what "
-        "the\n"
-        "air means. A frame that the library cannot read whole says why in \"error\".\n\n"
+        "Reads the link types " + ieee802_11_link_types() +
+        ".\n"
+        "Numbers are what the air means. A frame that the library cannot read whole says why in "
+        "\"error\".\n\n"
         "Example: nuvctl decode home.pcap | jq -r '[.station, .ssid, .security] | @tsv'");
 }
 

@@ -8,7 +8,8 @@
 namespace nuvctl {
 
 // The subcommands. Each returns its exit status, 0 or 1, and throws OutputError when it cannot write
-// its output. A file "-" is standard input or output.
+// its output. A file "-" is standard input or output. A summary that a signal ends returns 128 and the
+// signal's number.
 
 struct DecodeOptions {
     std::vector<std::string> files{"-"};

@@ -67,16 +67,19 @@ ElementMaker::ElementPtr ElementMaker::make(std::uint8_t id, std::uint8_t extens
 void ElementMaker::read(nuv::ieee802_11::IEEE802_11_Element_Base& element, Octets octets) {
     SerializationContext context;
     element.deserialize(octets, context);
+    remember(element);
+}
+
+void ElementMaker::remember(const nuv::ieee802_11::IEEE802_11_Element_Base& element) {
     // The HE Capabilities give the EHT Capabilities behind them their shape.
     if (const auto* he = dynamic_cast<const IEEE802_11_HECapabilities*>(&element)) {
         known_.add_element(std::make_unique<IEEE802_11_HECapabilities>(*he));
     }
 }
 
-std::vector<Element> read_elements(Octets body, std::size_t begin, ElementMaker::Frame frame) {
+std::vector<Element> read_elements(Octets body, std::size_t begin, ElementMaker& maker) {
     constexpr std::size_t header = 2;
     constexpr std::size_t max_length = 255;
-    ElementMaker maker(frame);
     std::vector<Element> elements;
     for (std::size_t at = begin; at < body.size();) {
         Element element = read_element(body.subspan(at), maker);

@@ -5,16 +5,14 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
-#include <span>
 #include <string>
 #include <vector>
 
 #include "frames/failed_link.hpp"
+#include "frames/octets.hpp"
 #include "nuv/ieee802_11/ieee802_11_assoc_request_frame.hpp"
 
 namespace nuvctl {
-
-using Octets = std::span<const std::uint8_t>;
 
 /// An element of a frame's body, in the order sent.
 struct Element {
@@ -48,6 +46,8 @@ public:
     /// Reads into `element`, which make() made, from the first of `octets`. To be called for each
     /// element in its turn. Throws SerializationException.
     void read(nuv::ieee802_11::IEEE802_11_Element_Base& element, Octets octets);
+    /// To be told of an element that was read elsewhere.
+    void remember(const nuv::ieee802_11::IEEE802_11_Element_Base& element);
 
 private:
     Frame frame_;
@@ -55,7 +55,7 @@ private:
 };
 
 /// Reads the elements from `begin` to the end of `body` one by one, as the frame's class does, but goes
-/// on behind one that fails. They are valid as long as `body`.
-std::vector<Element> read_elements(Octets body, std::size_t begin, ElementMaker::Frame frame);
+/// on behind one that fails. `maker` makes them, and learns of them. They are valid as long as `body`.
+std::vector<Element> read_elements(Octets body, std::size_t begin, ElementMaker& maker);
 
 }  // namespace nuvctl

@@ -8,6 +8,7 @@
 
 #include "frames/action_frame.hpp"
 #include "frames/association_request.hpp"
+#include "frames/capture_file.hpp"
 #include "json/fields.hpp"
 #include "nuv/ieee802_11/ieee802_11_element_fields.hpp"
 #include "nuv/mac_address.hpp"
@@ -108,6 +109,9 @@ std::vector<std::uint8_t> element(JsonFields& fields, ElementMaker& maker, bool 
 void append_elements(JsonFields& fields, ElementMaker maker, std::vector<std::uint8_t>& frame) {
     for (std::size_t count = fields.open_list("elements"); count > 0; --count) {
         append(frame, element(fields, maker, count == 1));
+        if (frame.size() > max_record) {
+            fields.fail("the frame has more than " + std::to_string(max_record) + " octets");
+        }
     }
     fields.close_list();
 }
@@ -122,7 +126,7 @@ void append_bits(JsonFields& fields, std::string_view name, std::size_t size,
 }
 
 void append_request(JsonFields& fields, bool reassociation, std::vector<std::uint8_t>& frame) {
-    for (const auto* derived : {"ssid", "ssid_hex", "security", "rsn"}) {
+    for (const auto* derived : {"ssid", "ssid_hex", "security", "security_detail", "rsn"}) {
         fields.ignore(derived);
     }
     append_bits(fields, "capability_information", 2, frame);
@@ -184,7 +188,7 @@ void append_action(JsonFields& fields, const ActionType& type, std::vector<std::
 
 EncodedFrame read_json(nuv::serialization::YAJLNode document) {
     JsonFields fields(std::move(document));
-    for (const auto* derived : {"file", "frame", "fcs", "truncated", "error"}) {
+    for (const auto* derived : {"file", "frame", "time_raw", "fcs", "truncated", "error"}) {
         fields.ignore(derived);
     }
     const std::string name = fields.text("type");
