@@ -52,7 +52,7 @@ AssocRequestFrame read(const std::string& hex,
 }
 
 std::string write(const AssocRequestFrame& frame) {
-    const std::string hex = test::written(frame) + " ";
+    std::string hex = test::written(frame) + " ";
     EXPECT_EQ(hex.size(), 3 * frame.get_length());
     return hex;
 }
@@ -140,7 +140,8 @@ TEST(AssocRequestFrame, HECapabilitiesShapeTheEHTCapabilities) {
             (width == 0 ? 4U : 0U) + (up_to_80 ? 3U : 0U) + (has_160 ? 3U : 0U);
         test::Octets octets =
             test::from_hex(he(test::to_hex({static_cast<std::uint8_t>(width << 1U)})));
-        octets.resize(octets.size() + 4 * ((width >> 2U & 1U) + (width >> 3U & 1U)));
+        octets.resize(octets.size() + (width >> 2U & 1U) * std::size_t{4} +
+                      (width >> 3U & 1U) * std::size_t{4});
         octets[1] = static_cast<std::uint8_t>(octets.size() - 2);
         const auto frame = read(fixed + test::to_hex(octets) + " " + eht(maps));
         const auto* element = frame.get_optional_element<IEEE802_11_EHTCapabilities>();
