@@ -3,10 +3,12 @@
 
 // What nearly every test includes.
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include <algorithm>
 #include <array>
+#include <chrono>
+#include <cmath>
 #include <functional>
 #include <iterator>
 #include <limits>
