@@ -19,7 +19,8 @@ inline Octets from_hex(std::string_view text) {
     Octets octets;
     for (std::size_t at = 0; at < digits.size(); at += 2) {
         const std::string pair = digits.substr(at, 2);
-        if (pair.size() != 2 || pair.find_first_not_of("0123456789abcdefABCDEF") != pair.npos) {
+        if (pair.size() != 2 ||
+            pair.find_first_not_of("0123456789abcdefABCDEF") != std::string::npos) {
             throw std::invalid_argument("no octets");
         }
         octets.push_back(static_cast<std::uint8_t>(std::stoul(pair, nullptr, 16)));

@@ -100,7 +100,8 @@ TEST(IPAddress, IsMadeOfTheVersionInJson) {
 TEST(IPAddress, IsPrintedAsInetNtopPrintsItAndReadBack) {
     // Zeros at every set of places, between numbers of each length and as in a mapped address.
     for (unsigned zeros = 0; zeros < 256; ++zeros) {
-        for (const std::uint16_t other : {0x1, 0xFF, 0xA0B, 0x1000, 0xFFFF}) {
+        for (const std::uint16_t other :
+             std::array<std::uint16_t, 5>{1, 0xFF, 0xA0B, 0x1000, 0xFFFF}) {
             IPv6Address::Segments segments{};
             for (std::size_t i = 0; i < segments.size(); ++i) {
                 segments[i] = (zeros >> i & 1U) != 0 ? 0 : other;
