@@ -29,16 +29,23 @@ protected:
         return std::move(reading.object);
     }
 
-    /// The reports can be printed; neither the locale nor the stream's flags count.
+    /// The reports can be printed; neither the locale nor the stream's format counts.
     static std::string printed(const Element& element) {
         const ForeignLocale foreign;
         std::ostringstream os;
-        os << std::hex;
+        os << std::hex << std::showbase << std::setfill('*') << std::setw(999);
         if (const auto* report = dynamic_cast<const IEEE802_11_MeasurementReport*>(&element)) {
             os << *report;
+            if (const auto& field = report->get_measurement_report_field()) {
+                std::string text = os.str();
+                field->serialize_string_impl(os);
+                EXPECT_NE(text.find(os.str().substr(text.size()) + " (report)"), std::string::npos);
+                os.str(std::move(text));
+            }
         } else if (const auto* other = dynamic_cast<const IEEE802_11_NeighborReport*>(&element)) {
             os << *other;
         }
+        EXPECT_EQ(os.width(), 999);
         return os.str();
     }
 

@@ -128,6 +128,7 @@ TEST(Texts, AreReadPrintedAndOrderedAsListed) {
         {"IPv6Address", type(IPv6Address({9, 9, 9, 9, 9, 9, 9, 9}))},
         {"PrefixedIPAddress", type(make<PrefixedIPAddress>("9.9.9.9/9"))},
         {"MACAddress", type(MACAddress({9, 9, 9, 9, 9, 9}))},
+        {"NID", type(plc::NID({9, 9, 9, 9, 9, 9, 9}))},
         {"ID", type(ID("before"))},
         {"BasicVersion", type(BasicVersion{9, 9})},
         {"TarvuAddress", type(TarvuAddress("before"))},
