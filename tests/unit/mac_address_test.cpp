@@ -2,7 +2,6 @@
 #include "nuv/mac_address.hpp"
 
 #include <cctype>
-#include <iomanip>
 
 #include "nuv_platform/fake/fake_platform.hpp"
 #include "tests/support/failures.hpp"
