@@ -1,16 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 // Records, frames, their JSON and the table of stations.
-#include <gtest/gtest.h>
-
 #include <unistd.h>
 
-#include <algorithm>
-#include <array>
 #include <filesystem>
 #include <fstream>
-#include <map>
-#include <sstream>
 
+#include "tests/support/test.hpp"
 #include "tests/support/vectors.hpp"
 #include "tools/nuvctl/commands/decode_summary.hpp"
 #include "tools/nuvctl/json/decode_json.hpp"
@@ -38,7 +33,8 @@ std::string repeated(std::size_t times, std::string_view text) {
 std::string zeros(std::size_t octets) { return repeated(octets, "00"); }
 
 std::string found_in(const std::string& record) {
-    const auto octets = test::from_hex(record.substr(record.find(' ')));
+    const auto blank = record.find(' ');
+    const auto octets = test::from_hex(record.substr(blank, record.find('.') - blank));
     if (record.starts_with("body")) {
         const auto frame = management_frame({octets, false, false});
         return frame ? to_hex(frame->body) : "none";

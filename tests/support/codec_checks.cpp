@@ -10,15 +10,7 @@
 #include <vector>
 
 #include "internal/byte_cursor.hpp"
-#include "nuv/ieee802_11/ieee802_11_beacon_report.hpp"
-#include "nuv/ieee802_11/ieee802_11_eht_capabilities.hpp"
-#include "nuv/ieee802_11/ieee802_11_eht_operation.hpp"
-#include "nuv/ieee802_11/ieee802_11_field_source.hpp"
-#include "nuv/ieee802_11/ieee802_11_field_visitor.hpp"
-#include "nuv/ieee802_11/ieee802_11_measurement_report.hpp"
-#include "nuv/ieee802_11/ieee802_11_neighbor_report.hpp"
-#include "nuv/limited_istream.hpp"
-#include "nuv/mem_buf.hpp"
+#include "nuv/serialization.hpp"
 #include "tests/support/failures.hpp"
 
 namespace nuv::test {
@@ -365,15 +357,15 @@ std::string check_round_trip(const Frame& frame) {
     const auto [octets, error] = write(frame);
     if (!error.empty()) {
         // One of its elements must be the reason.
-        for (const Element* element :
-             {frame.get_optional_element_by_id(ElementID::SUPPORTED_RATES),
-              frame.get_optional_element_by_id(ElementID::EXTENDED_SUPPORTED_RATES),
-              frame.get_optional_element_by_id(ElementID::RSN), non_inheritance}) {
-            if (element != nullptr && write(*element).error == error) {
-                return {};
-            }
-        }
-        return "refused: " + error;
+        const std::array<const Element*, 4> elements{
+            frame.get_optional_element_by_id(ElementID::SUPPORTED_RATES),
+            frame.get_optional_element_by_id(ElementID::EXTENDED_SUPPORTED_RATES),
+            frame.get_optional_element_by_id(ElementID::RSN), non_inheritance};
+        const bool refused =
+            std::ranges::any_of(elements, [&error = error](const Element* element) {
+                return element != nullptr && write(*element).error == error;
+            });
+        return refused ? "" : "refused: " + error;
     }
     if (octets.size() + (non_inheritance != nullptr ? 1 : 0) != frame.get_length()) {
         return "get_length() is " + std::to_string(frame.get_length()) + ", written are " +

@@ -1,17 +1,15 @@
 // SPDX-License-Identifier: Apache-2.0
 // The built nuvctl: its files, pipes and exit status.
-#include <gmock/gmock.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <csignal>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <tuple>
 
 #include "tests/support/hex.hpp"
+#include "tests/support/test.hpp"
 
 namespace nuv::test {
 namespace {

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "nuv/ieee802_11/ieee802_11_multi_link.hpp"
 
-#include "nuv/ieee802_11.hpp"
 #include "tests/support/codec_checks.hpp"
 #include "tests/support/codecs.hpp"
 #include "tests/support/vectors.hpp"
