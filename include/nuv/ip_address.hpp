@@ -18,6 +18,7 @@
 
 #include "nuv/export.hpp"
 #include "nuv/serialization_context.hpp"
+#include "nuv/text_argument.hpp"
 
 namespace nuv {
 
@@ -68,7 +69,7 @@ public:
     virtual std::string to_string() const = 0;
     /// Replaces the octets by what `text` says. Throws std::invalid_argument, and then changes
     /// nothing.
-    virtual void from_string(std::string_view text) = 0;
+    virtual void from_string(TextArgument text) = 0;
 
     /// Throw std::bad_cast if `other` is of the other version.
     virtual bool is_equal(const IPAddress& other) const = 0;
@@ -80,7 +81,7 @@ public:
 
     /// Three dots and no colon are read as IPv4; two to seven colons, with three dots or none, as
     /// IPv6. Throws std::invalid_argument for every other text, and what from_string() throws.
-    static std::unique_ptr<IPAddress> guess_version_and_parse(std::string_view text);
+    static std::unique_ptr<IPAddress> guess_version_and_parse(TextArgument text);
 
 protected:
     constexpr IPAddress() = default;

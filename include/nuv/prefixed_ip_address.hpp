@@ -13,6 +13,7 @@
 #include "nuv/ip_address.hpp"
 #include "nuv/json_serializable.hpp"
 #include "nuv/json_serialize_factory.hpp"
+#include "nuv/text_argument.hpp"
 
 namespace nuv {
 
@@ -65,7 +66,7 @@ public:
     /// Reads that text, the address as IPAddress::guess_version_and_parse() does, the prefix length
     /// as a scan of a number of 8 bits: what stands behind the number is not looked at, and 264 is
     /// 8. Throws std::invalid_argument.
-    static PrefixedIPAddress guess_version_and_parse(std::string_view text);
+    static PrefixedIPAddress guess_version_and_parse(TextArgument text);
 
     NUV_EXPORT friend bool operator==(const PrefixedIPAddress& a, const PrefixedIPAddress& b);
     NUV_EXPORT friend std::strong_ordering operator<=>(const PrefixedIPAddress& a,

@@ -27,7 +27,7 @@ struct EnumTexts<IPAddress::Version> {
 
 NUV_DEFINE_ENUM_TEXTS(IPAddress::Version)
 
-std::unique_ptr<IPAddress> IPAddress::guess_version_and_parse(std::string_view text) {
+std::unique_ptr<IPAddress> IPAddress::guess_version_and_parse(TextArgument text) {
     const auto dots = std::ranges::count(text, '.');
     const auto colons = std::ranges::count(text, ':');
     if (colons == 0 && dots == 3) {

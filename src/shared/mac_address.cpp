@@ -14,14 +14,14 @@
 
 namespace nuv {
 
-MACAddress::MACAddress(std::string_view text) {
+MACAddress::MACAddress(TextArgument text) {
     if (!parse_string(text)) {
         impl::throw_no_valid_text(text, "MACAddress");
     }
 }
 
 // Straight into the object, as documented: a caller may see the octets before the fault.
-bool MACAddress::parse_string(std::string_view text) noexcept {
+bool MACAddress::parse_string(TextArgument text) noexcept {
     if (text.size() != MAC_ADDR_STRING_LEN ||
         text.find_first_not_of("0123456789ABCDEFabcdef:") != std::string_view::npos) {
         return false;

@@ -167,7 +167,7 @@ std::string PrefixedIPAddress::to_string() const {
     return get_address().to_string() + '/' + std::to_string(prefix_length_);
 }
 
-PrefixedIPAddress PrefixedIPAddress::guess_version_and_parse(std::string_view text) {
+PrefixedIPAddress PrefixedIPAddress::guess_version_and_parse(TextArgument text) {
     const auto [address, prefix_length] = split(text);
     return {IPAddress::guess_version_and_parse(address), prefix_length};
 }
