@@ -133,7 +133,8 @@ NUV_EXPORT std::ostream& operator<<(std::ostream& os, const PortID& id);
 ///
 /// Text: "macAddress=02:00:00:00:00:01 interfaceName=wlan0", chassis first. Binary form: the two
 /// TLVs with which every LLDPDU begins. JSON: an object of "chassis_id_subtype", "chassis_id",
-/// "port_id_subtype" and "port_id", the identifiers without their subtype.
+/// "port_id_subtype" and "port_id", the identifiers without their subtype; a blank that is read there
+/// stands for itself.
 class NUV_EXPORT DeviceID : public serialization::BinarySerializable,
                             public serialization::JSONSerializable {
 public:

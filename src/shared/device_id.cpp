@@ -113,7 +113,7 @@ std::optional<std::vector<std::uint8_t>> unescape(std::string_view text) {
     while (!text.empty()) {
         std::size_t length = 1;
         auto octet = static_cast<std::uint8_t>(text[0]);
-        if (!is_plain(text[0])) {
+        if (!is_plain(text[0]) && text[0] != SEPARATOR) {
             length = 4;
             const std::string_view digits = text.substr(0, length);
             const auto [end, error] =
@@ -228,8 +228,13 @@ bool LLDPIdentifier<SubtypeEnum>::parse_string(TextArgument text) {
     if (equals == std::string_view::npos || !string_to_enum(text.substr(0, equals), subtype)) {
         return false;
     }
+    const std::string_view value = text.substr(equals + 1);
+    const bool is_address = subtype == Subtype::MAC_ADDRESS || subtype == Subtype::NETWORK_ADDRESS;
+    if (!is_address && value.find(SEPARATOR) != std::string_view::npos) {
+        return false;
+    }
     try {
-        *this = of_value_text(subtype, text.substr(equals + 1));
+        *this = of_value_text(subtype, value);
     } catch (const std::invalid_argument&) {
         return false;
     }
