@@ -24,7 +24,8 @@ namespace nuv {
 
 namespace serialization {
 class YAJLNode;
-}
+class YAJLStream;
+}  // namespace serialization
 
 /// An IP address of either version: octets in network order.
 ///
@@ -105,6 +106,19 @@ NUV_EXPORT std::ostream& operator<<(std::ostream& os, const IPAddress& address);
 /// SerializationException.
 NUV_EXPORT std::unique_ptr<IPAddress> create_ip_address(serialization::YAJLNode& node,
                                                         serialization::SerializationContext& ctx);
+
+/// Writes `address` as two members of the object that is open: {"version":"V4","value":"1.2.3.4"},
+/// the text of the value with `suffix` behind it. Throws SerializationException.
+NUV_EXPORT void serialize_ip_address(serialization::YAJLStream& stream,
+                                     serialization::SerializationContext& ctx,
+                                     const IPAddress& address, std::string_view suffix = {});
+/// Reads these members of `node`. Throws SerializationException.
+NUV_EXPORT std::unique_ptr<IPAddress> deserialize_ip_address(
+    serialization::YAJLNode& node, serialization::SerializationContext& ctx);
+/// The same where more than an address stands in the value: `value` is its text, and the address the
+/// unspecified one of its version.
+NUV_EXPORT std::unique_ptr<IPAddress> deserialize_ip_address(
+    serialization::YAJLNode& node, serialization::SerializationContext& ctx, std::string& value);
 
 namespace impl {
 

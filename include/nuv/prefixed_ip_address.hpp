@@ -85,6 +85,8 @@ private:
     /// An address of the same version, made of one octet for each index.
     std::unique_ptr<IPAddress> make_mask(bool host) const;
 
+    /// "/24", which stands behind the address.
+    std::string suffix() const;
     std::unique_ptr<IPAddress> address_;
     std::uint8_t prefix_length_;
 };

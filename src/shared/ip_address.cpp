@@ -71,4 +71,32 @@ std::unique_ptr<IPAddress> create_ip_address(serialization::YAJLNode& node,
         "Deserialization of IPAddress failed: New IP address version not handled");
 }
 
+void serialize_ip_address(serialization::YAJLStream& stream,
+                          serialization::SerializationContext& ctx, const IPAddress& address,
+                          std::string_view suffix) {
+    serialization::JSONSerializer::serialize_impl(stream, ctx, "version", address.get_version(),
+                                                  "value", address.to_string().append(suffix));
+}
+
+std::unique_ptr<IPAddress> deserialize_ip_address(serialization::YAJLNode& node,
+                                                  serialization::SerializationContext& ctx,
+                                                  std::string& value) {
+    auto address = create_ip_address(node, ctx);
+    serialization::JSONSerializer::deserialize(node, ctx, "value", value);
+    return address;
+}
+
+std::unique_ptr<IPAddress> deserialize_ip_address(serialization::YAJLNode& node,
+                                                  serialization::SerializationContext& ctx) {
+    std::string value;
+    auto address = deserialize_ip_address(node, ctx, value);
+    try {
+        address->from_string(value);
+    } catch (const std::invalid_argument& error) {
+        throw serialization::SerializationException(
+            std::string("Deserialization of IPAddress failed: ") + error.what());
+    }
+    return address;
+}
+
 }  // namespace nuv
