@@ -73,7 +73,8 @@ public:
                                                        const PrefixedIPAddress& b);
 
     /// {"version":"V4","value":"192.168.1.77/24"}, read by the rules of the texts. Reading throws
-    /// SerializationException, and std::invalid_argument where the prefix is too long.
+    /// SerializationException, and std::invalid_argument where the prefix is too long; in a list
+    /// that one, too, is a SerializationException.
     void serialize_impl(serialization::YAJLStream& stream,
                         serialization::SerializationContext& ctx) const override;
     void deserialize_impl(serialization::YAJLNode& node,
@@ -84,9 +85,9 @@ private:
     std::uint8_t mask_octet(std::size_t index) const noexcept;
     /// An address of the same version, made of one octet for each index.
     std::unique_ptr<IPAddress> make_mask(bool host) const;
-
     /// "/24", which stands behind the address.
     std::string suffix() const;
+
     std::unique_ptr<IPAddress> address_;
     std::uint8_t prefix_length_;
 };

@@ -16,7 +16,7 @@ namespace nuv {
 
 MACAddress::MACAddress(TextArgument text) {
     if (!parse_string(text)) {
-        impl::throw_no_valid_text(text, "MACAddress");
+        impl::throw_no_valid_text<impl::InvalidMACText>(text, "MACAddress");
     }
 }
 
