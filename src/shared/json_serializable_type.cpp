@@ -39,7 +39,7 @@ void rethrow_json_element_failure() {
     try {
         throw;
     } catch (const InvalidMACText&) {
-        throw;
+        throw;  // Deliberate: callers find it bare wherever it stands.
     } catch (const std::invalid_argument& inner) {
         throw_json_element_failed(inner);
     } catch (const SerializationException& inner) {
