@@ -12,8 +12,8 @@
 
 namespace nuv {
 
-/// A name that something is found under: any text but the empty one, which only a moved-from ID
-/// is. Ordered by bytes.
+/// A name that something is found under: any text. Deliberate: except the empty one, which finds
+/// nothing; only a moved-from ID is empty. Ordered by bytes.
 class NUV_EXPORT ID {
 public:
     static constexpr std::string_view TYPE_NAME = "ID";

@@ -24,7 +24,8 @@ namespace nuv::serialization {
 class NUV_EXPORT YAJLNode {
 public:
     YAJLNode() noexcept = default;
-    /// How deep lists and objects may lie in each other: as deep as YAJLStream can write them.
+    /// How deep lists and objects may lie in each other. Deliberate: as deep as YAJLStream can
+    /// write them and a tree of them can be freed on a small stack.
     static constexpr unsigned MAX_DEPTH = 127;
 
     /// Reads `is` to its end and parses what came as one JSON document. A NUL byte ends the

@@ -49,6 +49,7 @@ PrefixText split(std::string_view text) {
     if (behind.empty()) {
         refuse("a prefix length");
     }
+    // Deliberate: a scan of 32 bits, of which 8 are kept; a larger number is 255.
     std::uint32_t number = 0;
     if (!impl::TextScan(behind).number<10>(number)) {
         throw std::invalid_argument("Could not parse prefix length from " + impl::quote(behind));

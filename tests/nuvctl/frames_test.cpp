@@ -2,7 +2,12 @@
 // Records, frames, their JSON and the table of stations.
 #include <gtest/gtest.h>
 
+#include <unistd.h>
+
 #include <algorithm>
+#include <array>
+#include <filesystem>
+#include <fstream>
 #include <map>
 #include <sstream>
 
@@ -23,7 +28,14 @@ bool has(const std::string& text, const std::string& part) {
     return text.find(part) != std::string::npos;
 }
 
-std::string zeros(std::size_t octets) { return std::string(2 * octets, '0'); }
+std::string repeated(std::size_t times, std::string_view text) {
+    std::string result;
+    for (; times > 0; --times) {
+        result += text;
+    }
+    return result;
+}
+std::string zeros(std::size_t octets) { return repeated(octets, "00"); }
 
 std::string found_in(const std::string& record) {
     const auto octets = test::from_hex(record.substr(record.find(' ')));
@@ -32,16 +44,42 @@ std::string found_in(const std::string& record) {
         return frame ? to_hex(frame->body) : "none";
     }
     const auto not_captured = static_cast<std::size_t>(std::ranges::count(record, '.')) / 2;
-    const auto frame = mac_frame(std::stoi(record), {1, {}, octets, octets.size() + not_captured});
-    return !frame ? "none"
-                  : to_hex(frame->octets) + (frame->bad_fcs ? " bad" : "") +
-                        (frame->truncated ? " truncated" : "");
+    try {
+        const auto frame =
+            mac_frame(std::stoi(record), {1, {}, octets, octets.size() + not_captured});
+        return !frame ? "none"
+                      : to_hex(frame->octets) + (frame->bad_fcs ? " bad" : "") +
+                            (frame->truncated ? " truncated" : "");
+    } catch (const FileError& error) {
+        return error.what();
+    }
 }
 
 TEST(Records, HoldFramesAsListed) {
     for (const auto& [record, frame] : test::listed_cases("nuvctl_records.tsv")) {
         EXPECT_EQ(found_in(record), frame) << record;
     }
+}
+
+TEST(Records, HaveTheirTimes) {
+    const std::string name =
+        testing::TempDir() + "nuvctl_times_" + std::to_string(::getpid()) + ".pcap";
+    const auto time_in = [&](const std::string& file) {
+        std::ofstream(name, std::ios::binary) << file;
+        return raw_text(CaptureFile(name).next().value().time);
+    };
+    for (const std::int64_t seconds :
+         std::array<std::int64_t, 4>{0, 2'147'483'647, 2'147'483'648, 4'294'967'295}) {
+        const Timestamp time{seconds, 999'999};
+        EXPECT_EQ(time_in(capture_header(105) + capture_record(time, {})), raw_text(time));
+    }
+    // pcapng that counts seconds of 64 bits
+    EXPECT_EQ(time_in(std::string(as_text(test::from_hex(
+                  "0A0D0D0A 1C000000 4D3C2B1A 01000000 FFFFFFFFFFFFFFFF 1C000000"
+                  "01000000 20000000 69000000 FFFF0000 0900 0100 00000000 00000000 20000000"
+                  "06000000 20000000 00000000 FFFFFF7F FEFFFFFF 00000000 00000000 20000000")))),
+              "9223372036854775806.000000");
+    std::filesystem::remove(name);
 }
 
 /// The frame of "HEADER BODY", the header by its name.
@@ -58,8 +96,8 @@ test::Octets frame(const std::string& text) {
     return test::from_hex(headers.at(text.substr(0, blank)) + text.substr(blank));
 }
 
-std::string decoded(const MacFrame& mac) {
-    const Record record{1, {1446554096, 123456}, mac.octets, mac.octets.size()};
+std::string decoded(const MacFrame& mac, const Timestamp& time = {1446554096, 123456}) {
+    const Record record{1, time, mac.octets, mac.octets.size()};
     std::ostringstream os;
     const auto write = [&](const auto& frame) {
         if (frame) {
@@ -106,6 +144,8 @@ TEST(FrameJson, IsPrintedAsListedAndMadeIntoTheFrameAgain) {
     }
     const auto octets = frame("to_ap 0A06 02 10");
     EXPECT_TRUE(has(decoded({octets, true, true}), R"(16,"fcs":"bad","truncated":true,"error")"));
+    EXPECT_TRUE(has(decoded({octets, false, false}, {253'402'300'800, 5}),
+                    R"("frame":1,"time":null,"time_raw":"253402300800.000005","type")"));
 }
 
 TEST(FrameJson, IsRefusedWithThePathOfThePlace) {
@@ -120,6 +160,7 @@ TEST(FrameJson, IsRefusedWithThePathOfThePlace) {
         decoded(frame("to_station 0505 01 340D 001122334455 00000000 51 06 07"));
     const std::string subelement = R"({"id":221,"fields":{"payload_hex":")" + zeros(150) + "\"}},";
     const std::string response = decoded(frame("to_ap 0A08 03 01 00"));
+    const std::string raw = R"({"id":221,"fields":{"body_hex":")" + zeros(255) + "\"}},";
     const std::string unknown = decoded(frame("association 3104 0A00 0002 6869 3002 0200"));
     const std::pair<std::string, std::string> others[] = {
         // whatever its class says of them
@@ -135,6 +176,8 @@ TEST(FrameJson, IsRefusedWithThePathOfThePlace) {
          "elements[0].fields: more than an element holds"},
         {edited(response, R"("target_bssid":null)", R"("target_bssid":7)"),
          "target_bssid: not known here, or there twice"},
+        {edited(unknown, R"("elements":[)", R"("elements":[)" + repeated(300, raw)),
+         "elements[254]: the frame has more than 65535 octets"},
     };
     for (const auto& [text, error] : others) {
         EXPECT_EQ(encoded(text), error);
@@ -185,10 +228,9 @@ TEST(FrameJson, MakesEverySampleAsTheLibraryWritesIt) {
     }
 }
 
-TEST(Summary, EscapesTextsFromOutsideAndCountsActionFrames) {
+std::string summary_of(std::initializer_list<const char*> texts) {
     Summary summary;
-    for (const char* text : {"association 3104 0A00 0003 1B5B6D", "to_ap 0A06 02 10",
-                             "to_ap 0A06 02", "to_ap 0A08 03 00 00"}) {
+    for (const char* text : texts) {
         const auto octets = frame(text);
         const auto management = *management_frame({octets, false, false});
         if (const auto request = association_request(management)) {
@@ -199,9 +241,25 @@ TEST(Summary, EscapesTextsFromOutsideAndCountsActionFrames) {
     }
     std::ostringstream os;
     summary.print(os);
-    EXPECT_TRUE(has(os.str(), "02:00:00:00:00:02  \\x1b[m  NONE")) << os.str();
-    EXPECT_TRUE(os.str().ends_with(
+    return os.str();
+}
+
+TEST(Summary, EscapesTextsFromOutsideAndCountsActionFrames) {
+    const std::string text = summary_of({"association 3104 0A00 0003 1B5B6D", "to_ap 0A06 02 10",
+                                         "to_ap 0A06 02", "to_ap 0A08 03 00 00"});
+    EXPECT_TRUE(has(text, "02:00:00:00:00:02  \\x1b[m  UNDEFINED (WEP?)")) << text;
+    EXPECT_TRUE(has(text, "\nsecurity: UNDEFINED (WEP?) 1\n")) << text;
+    EXPECT_TRUE(text.ends_with(
         "action frames: btm_query 2, btm_response 1, 1 with errors (see the JSON)\n"));
+}
+
+TEST(Summary, CountsWhatAStationCanDoOnAnyLink) {
+    const std::string text =
+        summary_of({"association 3104 0A00 0000 FF47 6B 0000 07 024E555670BE 003B 3100 07 "
+                    "024E555670BF 3104 0101 82 4605 0100000000 7F03 000008 3603 123400 "
+                    "2D1A020000FFFF000000000000000000000000000000000000000000"});
+    EXPECT_TRUE(has(text, "  2        20/40   k v r        2.4    2      02:4E:55:56:70:BE\n"))
+        << text;
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 
 #include <chrono>
 #include <cmath>
+#include <iomanip>
 
 #include "nuv_platform/fake/fake_platform.hpp"
 #include "tests/support/channels.hpp"
@@ -46,8 +47,10 @@ TEST(ChannelEntry, A320MHzChannelReports80Plus80AsItsMaximum) {
 
 TEST(ChannelEntry, TextListsTheFieldsHighestBitFirst) {
     std::ostringstream os;
-    os << ChannelEntry(149, KiloHertz{5745000}, 0x241, {2, 1}, {1, 1}, {22.5, 1}, {41, 1},
+    os << std::hex << std::setw(99)
+       << ChannelEntry(149, KiloHertz{5745000}, 0x241, {2, 1}, {1, 1}, {22.5, 1}, {41, 1},
                        {255, 1});
+    EXPECT_EQ(os.width(), 99);
     EXPECT_EQ(os.str(), " 149 | 5745000 kHz | 22.5 | 1001000001 | 00010 | 01 | -89.5 | 255");
 }
 

@@ -222,10 +222,13 @@ TEST(OperatingClassDeduction, PrintsItsTableForPeople) {
     std::ostringstream os;
     const OpclassLookup lookup(
         {{128, KiloHertz{5000000}, MegaHertz{80}, {36, 40, 44, 48}, {42}, {}},
+         {81, KiloHertz{2407000}, MegaHertz{25}, {1}, {}, {}},
          {5, KiloHertz{5000000}, MegaHertz{40}, {36}, {}, {Behavior{2}}}});
     lookup.print_lookup_table(os);
     EXPECT_EQ(os.str(),
               "Full lookup table:\n"
+              "Channel Width: 25 MHz\n"
+              "  Opclass: 81, Channel List: [1], Freq Ranges: [2402-2422], Behavior: []\n"
               "Channel Width: 40 MHz\n"
               "  Opclass: 5, Channel List: [36], Freq Ranges: [5170-5210], Behavior: [2]\n"
               "Channel Width: 80 MHz\n"

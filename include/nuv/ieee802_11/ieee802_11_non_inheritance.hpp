@@ -26,7 +26,8 @@ public:
     const ExtendedIds& get_extended_ids() const { return extended_ids_; }
     void set_extended_ids(const ExtendedIds& ids) { extended_ids_ = ids; }
 
-    /// One more than are written, see above.
+    /// One more than are written, see above. Deliberate: so 252 IDs in both lists together can be
+    /// read, but are refused on writing with "Invalid length".
     std::uint32_t get_length() const override;
 
 private:

@@ -11,6 +11,7 @@
 #include "nuv/ieee802_11/ieee802_11_element.hpp"
 #include "nuv/ieee802_11/ieee802_11_element_sequence.hpp"
 #include "nuv/mac_address.hpp"
+#include "nuv/small_vector.hpp"
 
 namespace nuv::ieee802_11 {
 
@@ -22,6 +23,8 @@ namespace nuv::ieee802_11 {
 /// Reading throws SerializationException "Invalid length" where a length inside does not fit.
 class NUV_EXPORT IEEE802_11_PerSTAProfile : public IEEE802_11_Element<IEEE802_11_Element_ID::SSID> {
 public:
+    using Surplus = SmallVector<std::uint8_t, 8>;
+
     /// A link ID that denotes no link.
     static constexpr std::uint8_t NO_LINK = 15;
 
@@ -92,6 +95,14 @@ public:
         set(change_count, bss_parameters_change_count_, value);
     }
 
+    /// Octets that the STA Info's length counts behind these fields: later editions append there.
+    /// Where the length cannot count them, writing throws "Invalid length".
+    const Surplus& get_sta_info_surplus() const { return sta_info_surplus_; }
+    void set_sta_info_surplus(const Surplus& octets) {
+        sta_info_surplus_ = octets;
+        has_sta_info_ = true;
+    }
+
     /// None where the profile ends before it.
     const std::optional<std::bitset<16>>& get_capability_information() const {
         return capability_information_;
@@ -112,10 +123,10 @@ public:
     std::uint32_t get_length() const override;
     void visit_fields(IEEE802_11_FieldVisitor& visitor) const override;
     void assign_fields(IEEE802_11_FieldSource& source) override;
-
-protected:
     /// "Invalid length" if the STA Info is longer than its length octet can say.
     void check_fields() const override;
+
+protected:
     void write_body(std::ostream& os, serialization::SerializationContext& ctx) const override;
     void read_body(impl::ByteCursor& body, serialization::SerializationContext& ctx) override;
     bool equal_fields(const IEEE802_11_Element_Base& other) const override;
@@ -163,7 +174,7 @@ private:
     std::uint8_t nstr_bitmap_ = 0;
     std::uint8_t nstr_bitmap_high_ = 0;
     std::uint8_t bss_parameters_change_count_ = 0;
-    SmallVector<std::uint8_t, 8> sta_info_surplus_;
+    Surplus sta_info_surplus_;
     std::optional<std::bitset<16>> capability_information_;
     IEEE802_11_ElementSequence elements_;
     std::optional<IEEE802_11_EHTMaps> eht_maps_;

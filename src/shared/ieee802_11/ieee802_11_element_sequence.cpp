@@ -2,6 +2,7 @@
 #include "nuv/ieee802_11/ieee802_11_element_sequence.hpp"
 
 #include <sstream>
+#include <stdexcept>
 #include <utility>
 
 #include "internal/ieee802_11/element_body.hpp"
@@ -18,6 +19,9 @@ std::span<const std::uint8_t> IEEE802_11_ElementSequence::octets_of(std::size_t 
 }
 
 void IEEE802_11_ElementSequence::add_element(ElementPtr element) {
+    if (element == nullptr) {
+        throw std::invalid_argument("An element of a sequence is null");
+    }
     std::ostringstream os;
     SerializationContext ctx;
     element->serialize_impl(os, ctx);

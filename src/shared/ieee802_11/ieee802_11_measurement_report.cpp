@@ -92,8 +92,12 @@ std::uint32_t IEEE802_11_MeasurementReport::get_length() const {
     return static_cast<std::uint8_t>(HEADER_LENGTH + Layout::fixed_length + field);
 }
 
-// Deliberate: nothing is too long, the Length octet wraps as get_length() does.
-void IEEE802_11_MeasurementReport::check_fields() const {}
+// Deliberate: the whole is never too long, the Length octet wraps as get_length() does.
+void IEEE802_11_MeasurementReport::check_fields() const {
+    if (measurement_report_field_ != nullptr) {
+        measurement_report_field_->check_fields();
+    }
+}
 
 void IEEE802_11_MeasurementReport::check_id(std::uint8_t id) const {
     if (id != static_cast<std::uint8_t>(ELEMENT_ID)) {
@@ -165,7 +169,7 @@ std::ostream& operator<<(std::ostream& os, const IEEE802_11_MeasurementReport& r
          << report.get_measurement_type() << " (type field)\n";
     const auto& field = report.get_measurement_report_field();
     field != nullptr ? text << *field << " (report)" : text << "empty";
-    return os << text.view();
+    return impl::write_text(os, text.view());
 }
 
 }  // namespace nuv::ieee802_11

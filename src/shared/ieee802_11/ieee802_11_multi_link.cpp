@@ -7,6 +7,7 @@
 #include "internal/ieee802_11/element_layout.hpp"
 #include "internal/ieee802_11/element_sequence.hpp"
 #include "internal/ieee802_11/fragmentation.hpp"
+#include "internal/ieee802_11/link_id.hpp"
 #include "nuv/ieee802_11/ieee802_11_dummy_element.hpp"
 #include "nuv/ieee802_11/ieee802_11_per_sta_profile.hpp"
 
@@ -71,6 +72,11 @@ void IEEE802_11_MultiLink::set_body(const std::bitset<16>& control, const IEEE80
     Layout::CommonInfo::clear(*this);
     link_info_.clear();
     body_ = body;
+}
+
+void IEEE802_11_MultiLink::set_link_id(std::optional<std::uint8_t> value) {
+    impl::require_link_id(value.value_or(0));
+    set(link_id, link_id_, value);
 }
 
 void IEEE802_11_MultiLink::require_basic() const {

@@ -2,13 +2,12 @@
 #include "nuv/ieee802_11/ieee802_11_per_sta_profile.hpp"
 
 #include <functional>
-#include <stdexcept>
-#include <string>
 
 #include "internal/ieee802_11/element_factory.hpp"
 #include "internal/ieee802_11/element_layout.hpp"
 #include "internal/ieee802_11/element_sequence.hpp"
 #include "internal/ieee802_11/fragmentation.hpp"
+#include "internal/ieee802_11/link_id.hpp"
 
 namespace nuv::ieee802_11 {
 
@@ -64,10 +63,7 @@ constexpr std::uint32_t capability_information_size = 2;
 }  // namespace
 
 void IEEE802_11_PerSTAProfile::set_link_id(std::uint8_t link_id) {
-    if (link_id > link_id_mask) {
-        throw std::invalid_argument(std::string("Link ID ") + std::to_string(link_id) +
-                                    " is not 0 to 15");
-    }
+    impl::require_link_id(link_id);
     sta_control_ = (sta_control_.to_ulong() & ~link_id_mask) | link_id;
 }
 

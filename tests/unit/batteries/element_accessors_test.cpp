@@ -113,6 +113,9 @@ TEST(ElementAccessors, NonInheritanceCountsOneOctetMoreThanItWrites) {
     EXPECT_TRUE(element.get_ids().empty());
     EXPECT_EQ(element.get_extended_ids(),
               (NonInheritance::ExtendedIds{Ext::HE_CAPABILITIES, Ext::EHT_CAPABILITIES}));
+    EXPECT_EQ(
+        written(read_as("ff ff 38 7e " + count_from(0, 126) + "7e " + count_from(0, 126), element)),
+        "Invalid length");
 }
 
 TEST(ElementAccessors, FieldsAreAbsentWhereTheBodyEndsBeforeThem) {
@@ -221,6 +224,7 @@ TEST(ElementAccessors, EHTFlagsAndPhyBitOneBringTheMaps) {
             << "most significant octet first";
         EXPECT_EQ(element.get_ppe_threshold_field_dummy().size(), 1U);
     }
+    EXPECT_EQ(EHT(true, true, true), EHT()) << "which maps there are does not count";
     EHT element;
     element.set_20_mhz_only_non_ap_sta_mcs_nss_map(0x10);
     EXPECT_EQ(element.get_length(), 14U) << "the low four bits make it present";
@@ -268,6 +272,9 @@ TEST(ElementAccessors, TrailingZerosOfExtendedCapabilitiesAreNotSent) {
     EXPECT_EQ(written(Extended()), "7f 00");
     EXPECT_EQ(with_extra_octets({7}), "7f 0b 00 00 00 00 00 00 00 00 00 00 07");
     EXPECT_EQ(with_extra_octets(Octets(246)), "Invalid length");
+    Extended longest;
+    longest.set_extra_bytes(Octets(246));
+    EXPECT_EQ(longest.get_length(), 2U) << "counted in 8 bits";
 }
 
 TEST(Element, ChecksItsIdentifiersOnlyWhereItsClassDoes) {

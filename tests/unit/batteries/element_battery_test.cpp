@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // What holds for every element, tried on every sample of the vectors.
+#include <iomanip>
+
 #include "nuv/ieee802_11/ieee802_11_measurement_report.hpp"
 #include "nuv/ieee802_11/ieee802_11_neighbor_report.hpp"
 #include "tests/support/codec_checks.hpp"
@@ -31,16 +33,23 @@ protected:
         return std::move(reading.object);
     }
 
-    /// The reports can be printed; neither the locale nor the stream's flags count.
+    /// The reports can be printed; neither the locale nor the stream's format counts.
     static std::string printed(const Element& element) {
         const ForeignLocale foreign;
         std::ostringstream os;
-        os << std::hex;
+        os << std::hex << std::showbase << std::setfill('*') << std::setw(999);
         if (const auto* report = dynamic_cast<const IEEE802_11_MeasurementReport*>(&element)) {
             os << *report;
+            if (const auto& field = report->get_measurement_report_field()) {
+                std::string text = os.str();
+                field->serialize_string_impl(os);
+                EXPECT_NE(text.find(os.str().substr(text.size()) + " (report)"), std::string::npos);
+                os.str(std::move(text));
+            }
         } else if (const auto* other = dynamic_cast<const IEEE802_11_NeighborReport*>(&element)) {
             os << *other;
         }
+        EXPECT_EQ(os.width(), 999);
         return os.str();
     }
 

@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // What every type with a JSON form makes of documents.
+#include <iomanip>
+
 #include "nuv/basic_version.hpp"
 #include "nuv/channels.hpp"
 #include "nuv/device_id.hpp"
@@ -76,9 +78,12 @@ Outcome outcome(const T& before) {
             failure = std::string("invalid argument: ") + error.what();
         }
         EXPECT_TRUE(failure.empty() || value == before) << "changed";
-        if constexpr (requires(std::ostream & os) { os << value; }) {
+        if constexpr (requires { value.to_string(); }) {
             if (what == "text" && failure.empty()) {
-                return (std::ostringstream() << std::hex << value).str();
+                std::ostringstream os;
+                os << std::hex << std::setfill('*') << std::setw(999) << value;
+                EXPECT_TRUE(os.width() == 999 && os.str() == value.to_string());
+                return os.str();
             }
         }
         return !failure.empty()     ? failure

@@ -7,6 +7,7 @@
 #include "nuv/ipv6_address.hpp"
 #include "nuv/logging/string_to_logmask.hpp"
 #include "nuv/mac_address.hpp"
+#include "nuv/nid.hpp"
 #include "nuv/prefixed_ip_address.hpp"
 #include "nuv/tarvu_address.hpp"
 #include "nuv/uid.hpp"
@@ -171,6 +172,7 @@ TEST(Texts, AreReadPrintedAndOrderedAsListed) {
         {"IPv6Address", type(IPv6Address({9, 9, 9, 9, 9, 9, 9, 9}))},
         {"PrefixedIPAddress", type(make<PrefixedIPAddress>("9.9.9.9/9"))},
         {"MACAddress", type(MACAddress({9, 9, 9, 9, 9, 9}))},
+        {"NID", type(plc::NID({9, 9, 9, 9, 9, 9, 9}))},
         {"ID", type(ID("before"))},
         {"BasicVersion", type(BasicVersion{9, 9})},
         {"TarvuAddress", type(TarvuAddress("before"))},

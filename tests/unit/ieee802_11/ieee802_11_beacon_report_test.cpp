@@ -64,6 +64,11 @@ TEST(BeaconReport, SubelementsKeepTheirSizeAndAreWrittenInOrderAsZeros) {
     EXPECT_EQ(report.get_reported_frame_body(), Dummy(ID{1}, 2));
     EXPECT_EQ(report.get_wide_bandwidth_channel_switch(), Dummy(ID{163}, 1));
     EXPECT_EQ(report.get_vendor_specific().at(1), Dummy(ID{221}, 4));
+    EXPECT_THROW(report.set_vendor_specific(Beacon::VendorElements(11, Dummy(ID{221}, 5))),
+                 std::invalid_argument);
+    EXPECT_EQ(report.get_vendor_specific().size(), 2U);
+    report.set_vendor_specific(Beacon::VendorElements(10, Dummy(ID{221}, 2)));
+    EXPECT_EQ(written(report), "Invalid length: must fit an OUI");
     const Beacon empty(0);
     EXPECT_NE(report, empty);
     report.set_reported_frame_body({});

@@ -104,11 +104,32 @@ TEST(MultiLink, IsBuiltLinkByLink) {
     EXPECT_EQ(element.get_length(), 34U);
 
     EXPECT_THROW(Profile(16), std::invalid_argument);
+    EXPECT_THROW(element.set_link_id(16), std::invalid_argument);
+    EXPECT_EQ(element.get_link_id(), std::nullopt);
     auto rates = std::make_unique<IEEE802_11_SupportedRatesBSSMembershipSelector>();
     Profile refused;
     EXPECT_THROW(refused.get_elements().add_element(std::move(rates)),
                  serialization::SerializationException);
     EXPECT_TRUE(refused.get_elements().empty());
+}
+
+TEST(MultiLink, SurplusFollowsTheFieldsThatItKnows) {
+    MultiLink element;
+    element.set_link_id(15);
+    element.set_common_info_surplus({0xAA, 0xBB});
+    EXPECT_EQ(written(element), "ff 0d 6b 10 00 0a 00 00 00 00 00 00 0f aa bb");
+    EXPECT_EQ(read_as<MultiLink>(written(element)).get_common_info_surplus(),
+              (MultiLink::Surplus{0xAA, 0xBB}));
+    element.set_common_info_surplus(test::Octets(248));
+    EXPECT_EQ(written(element), "Invalid length");
+    EXPECT_THROW(sample("probe_request").set_common_info_surplus({}), std::logic_error);
+
+    auto profile = read_as<Profile>("00 02 01 00");
+    profile.set_sta_info_surplus({0xCC});
+    EXPECT_EQ(written(profile), "00 04 01 00 02 cc");
+    EXPECT_EQ(read_as<Profile>(written(profile)).get_sta_info_surplus(), Profile::Surplus{0xCC});
+    profile.set_sta_info_surplus(test::Octets(255));
+    EXPECT_EQ(written(profile), "Invalid length");
 }
 
 TEST(MultiLink, StandsInANeighborReportUnderAnIdOfItsOwn) {

@@ -123,6 +123,8 @@ TEST_F(CloggerProxyTest, ChunkSizeBelongsToTheNameThatThePlatformReports) {
 
 TEST_F(CloggerProxyTest, StreamsReachTheFunctionOfTheirLevel) {
     const CloggerProxy named("named", false, false);
+    named.get_ostream(0, "src/a", "run", 7, 0) << "dropped";
+    EXPECT_EQ(platform.log().texts(), Calls{}) << "nothing has made the logger";
     named.get_clogger();
     for (int level = -1; level < 8; ++level) {
         named.get_ostream(level, "src/a", "run", 7, -9) << "text";

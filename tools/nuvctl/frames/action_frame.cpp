@@ -123,7 +123,8 @@ std::optional<ActionFrame> action_frame(const ManagementFrame& frame) {
     }
     const std::size_t elements = read_fields(body, type->fields, action);
     if (!action.error) {
-        action.elements = read_elements(body, elements, ElementMaker::Frame::REPORT);
+        ElementMaker maker(ElementMaker::Frame::REPORT);
+        action.elements = read_elements(body, elements, maker);
         action.error = first_error(action.elements);
     }
     return action;

@@ -65,11 +65,10 @@ void ElementMaker::remember(const nuv::ieee802_11::IEEE802_11_Element_Base& elem
     }
 }
 
-std::vector<Element> read_elements(Octets body, std::size_t begin, ElementMaker::Frame frame) {
+std::vector<Element> read_elements(Octets body, std::size_t begin, ElementMaker& maker) {
     constexpr std::size_t header = 2;
     constexpr std::size_t max_length = 255;
     constexpr std::uint8_t fragment_id = 242;
-    ElementMaker maker(frame);
     std::vector<Element> elements;
     for (std::size_t at = begin; at < body.size();) {
         Element element = read_element(body.subspan(at), maker);

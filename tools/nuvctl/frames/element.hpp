@@ -5,15 +5,13 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
-#include <span>
 #include <string>
 #include <vector>
 
+#include "frames/octets.hpp"
 #include "nuv/ieee802_11/ieee802_11_assoc_request_frame.hpp"
 
 namespace nuvctl {
-
-using Octets = std::span<const std::uint8_t>;
 
 /// An element of a frame's body, in the order sent.
 struct Element {
@@ -50,7 +48,7 @@ private:
 };
 
 /// Reads the elements from `begin` to the end of `body` one by one, as the frame's class does, but goes
-/// on behind one that fails. They are valid as long as `body`.
-std::vector<Element> read_elements(Octets body, std::size_t begin, ElementMaker::Frame frame);
+/// on behind one that fails. `maker` makes them, and learns of them. They are valid as long as `body`.
+std::vector<Element> read_elements(Octets body, std::size_t begin, ElementMaker& maker);
 
 }  // namespace nuvctl

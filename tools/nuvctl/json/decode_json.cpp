@@ -130,6 +130,15 @@ void write_element(Json& json, const Element& element) {
     json.close_object();
 }
 
+void write_time(Json& json, const Timestamp& time) {
+    if (const auto text = to_string(time)) {
+        json.text("time", *text);
+    } else {
+        json.null("time");
+        json.text("time_raw", raw_text(time));
+    }
+}
+
 /// Writes what all frames have, and between it what `middle` writes.
 template <class Middle>
 void write_frame(std::ostream& os, const Source& source, const DecodedFrame& frame, bool pretty,
@@ -137,7 +146,7 @@ void write_frame(std::ostream& os, const Source& source, const DecodedFrame& fra
     write_object(os, pretty, [&](Json& json) {
         json.text("file", to_utf8(source.file));
         json.number("frame", source.record.number);
-        json.text("time", to_string(source.record.time));
+        write_time(json, source.record.time);
         json.text("type", frame.type);
         json.text("station", frame.station.to_string());
         json.text("bssid", frame.bssid.to_string());
@@ -190,7 +199,11 @@ void write_json(std::ostream& os, const Source& source, const AssociationRequest
         const std::string_view ssid = as_text(request.ssid);
         is_utf8(ssid) ? json.text("ssid", ssid) : json.null("ssid");
         json.text("ssid_hex", to_hex(request.ssid));
-        json.text("security", security_text(request));
+        const Security security = security_of(request);
+        json.text("security", enum_to_string(security.mode));
+        if (!security.detail.empty()) {
+            json.text("security_detail", security.detail);
+        }
         write_rsn(json, request);
     });
 }

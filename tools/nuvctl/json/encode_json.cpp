@@ -8,6 +8,7 @@
 
 #include "frames/action_frame.hpp"
 #include "frames/association_request.hpp"
+#include "frames/capture_file.hpp"
 #include "json/fields.hpp"
 #include "nuv/mac_address.hpp"
 #include "nuv/serialization_exception.hpp"
@@ -118,12 +119,15 @@ std::vector<std::uint8_t> element(JsonFields& fields, ElementMaker& maker) {
 void append_elements(JsonFields& fields, ElementMaker maker, std::vector<std::uint8_t>& frame) {
     for (std::size_t count = fields.open_list("elements"); count > 0; --count) {
         append(frame, element(fields, maker));
+        if (frame.size() > max_record) {
+            fields.fail("the frame has more than " + std::to_string(max_record) + " octets");
+        }
     }
     fields.close_list();
 }
 
 void append_request(JsonFields& fields, bool reassociation, std::vector<std::uint8_t>& frame) {
-    for (const auto* derived : {"ssid", "ssid_hex", "security", "rsn"}) {
+    for (const auto* derived : {"ssid", "ssid_hex", "security", "security_detail", "rsn"}) {
         fields.ignore(derived);
     }
     append_little_endian(frame, fields.number("capability_information", 16), 2);
@@ -181,7 +185,7 @@ void append_action(JsonFields& fields, const ActionType& type, std::vector<std::
 
 EncodedFrame read_json(nuv::serialization::YAJLNode document) {
     JsonFields fields(std::move(document));
-    for (const auto* derived : {"file", "frame", "fcs", "truncated", "error"}) {
+    for (const auto* derived : {"file", "frame", "time_raw", "fcs", "truncated", "error"}) {
         fields.ignore(derived);
     }
     const std::string name = fields.text("type");
