@@ -155,6 +155,7 @@ TEST(Texts, NullIsRefusedAsAnEmptyText) {
     expect_null_refused(IPv6Address({9, 9, 9, 9, 9, 9, 9, 9}));
     expect_null_refused(PrefixedIPAddress::guess_version_and_parse("::/1"));
     expect_null_refused(MACAddress({1, 2, 3, 4, 5, 6}));
+    expect_null_refused(plc::NID({1, 2, 3, 4, 5, 6, 7}));
     expect_null_refused(ID("before"));
     expect_null_refused(BasicVersion{7});
     expect_null_refused(TarvuAddress("before"));
