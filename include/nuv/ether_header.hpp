@@ -29,7 +29,7 @@ public:
 
     void swap(EtherHeader& other) noexcept;
     bool operator==(const EtherHeader&) const = default;
-    std::strong_ordering operator<=>(const EtherHeader&) const = default;
+    std::strong_ordering operator<=>(const EtherHeader& other) const noexcept;
 
 private:
     MACAddress dest_addr_;
