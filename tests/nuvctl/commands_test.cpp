@@ -1,22 +1,17 @@
 // SPDX-License-Identifier: Apache-2.0
 // The command line, run in this process.
-#include <gtest/gtest.h>
 #include <unistd.h>
 #include <zlib.h>
 
 #include <CLI/CLI.hpp>
-#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
-#include <map>
-#include <memory>
 #include <regex>
-#include <set>
-#include <sstream>
 
 #include "nuv_platform/fake/fake_platform.hpp"
 #include "tests/support/hex.hpp"
+#include "tests/support/test.hpp"
 #include "tests/support/vectors.hpp"
 #include "tools/nuvctl/commands/command_line.hpp"
 #include "tools/nuvctl/frames/capture_file.hpp"

@@ -1,11 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tools/nuvctl/text/text.hpp"
 
-#include <gtest/gtest.h>
-
-#include <array>
-#include <limits>
-
+#include "tests/support/test.hpp"
 #include "tools/nuvctl/text/timestamp.hpp"
 
 namespace nuvctl {

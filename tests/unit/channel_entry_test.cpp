@@ -1,10 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "nuv/channel_entry.hpp"
 
-#include <chrono>
-#include <cmath>
-#include <iomanip>
-
 #include "nuv_platform/fake/fake_platform.hpp"
 #include "tests/support/channels.hpp"
 #include "tests/support/json_text.hpp"

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "nuv/ether_header.hpp"
 
-#include <iomanip>
-
 #include "tests/support/json_text.hpp"
 #include "tests/support/test.hpp"
 

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "nuv/wlan_radio.hpp"
 
-#include <iomanip>
-
 #include "tests/support/channels.hpp"
 
 namespace nuv::test {

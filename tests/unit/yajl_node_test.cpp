@@ -90,17 +90,6 @@ TEST(YAJLNode, GettersTakeTheirTypeAloneAndElseLeaveTheOutput) {
     check(YAJLNode(), "", '-');
 }
 
-TEST(YAJLNode, IntegersAreWhatFitsSigned64Bits) {
-    std::int64_t value = 0;
-    for (const std::string text : {"9223372036854775807", "-9223372036854775808", "0"}) {
-        EXPECT_TRUE(parse(text).get_integer("", value) && std::to_string(value) == text);
-    }
-    for (const char* text : {"9223372036854775808", "-9223372036854775809", "18446744073709551615",
-                             "1.5", "1.0", "1e3"}) {
-        EXPECT_FALSE(parse(text).get_integer("", value) || value != 0) << text;
-    }
-}
-
 TEST(YAJLNode, BorrowedNodesWalkATreeThatMovesToAnotherOwner) {
     YAJLNode root = parse("{\"\":{\"b\":[1,\"text\"]}}"), cursor;
     std::uint32_t size = 9;

@@ -121,6 +121,7 @@ public:
 
     /// The shape of EHT Capabilities in profiles that inherit their HE Capabilities from the frame.
     void inherit_eht_maps(const IEEE802_11_EHTMaps& maps) { eht_maps_ = maps; }
+    const std::optional<IEEE802_11_EHTMaps>& inherited_eht_maps() const { return eht_maps_; }
 
     std::uint32_t get_length() const override;
     /// ELEMENT_ID_EXTENSION, or BASIC_MULTI_LINK_SUBELEMENT in a Neighbor Report.

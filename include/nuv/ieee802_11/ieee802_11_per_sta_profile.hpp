@@ -61,7 +61,7 @@ public:
     }
     /// Of the link's TSF timer to the one of the transmitting link, in units of 2 us.
     std::optional<std::int64_t> get_tsf_offset() const {
-        return if_present(tsf_offset, static_cast<std::int64_t>(tsf_offset_.to_ullong()));
+        return if_present(tsf_offset, static_cast<std::int64_t>(tsf_offset_));
     }
     void set_tsf_offset(std::optional<std::int64_t> value) {
         mark(tsf_offset, value.has_value());
@@ -168,7 +168,7 @@ private:
     bool has_sta_info_ = true;  // absent where nothing but the link is told
     MACAddress sta_mac_address_;
     std::uint16_t beacon_interval_ = 0;
-    std::bitset<64> tsf_offset_;
+    std::uint64_t tsf_offset_ = 0;  // of a signed number
     std::uint8_t dtim_count_ = 0;
     std::uint8_t dtim_period_ = 0;
     std::uint8_t nstr_bitmap_ = 0;

@@ -254,6 +254,10 @@ void IEEE802_11_BeaconReport::visit_fields(IEEE802_11_FieldVisitor& visitor) con
     Layout::for_each_subelement(*this, [&](IEEE802_11_Element_ID id, Size size) {
         visitor.open_object({});
         visitor.number("id", static_cast<std::uint8_t>(id));
+        visitor.text("name", id == REPORTED_FRAME_BODY_ID ? "Reported Frame Body"
+                             : id == WIDE_BANDWIDTH_CHANNEL_SWITCH_ID
+                                 ? "Wide Bandwidth Channel Switch"
+                                 : "Vendor Specific");
         visitor.number("length", size);
         visitor.close_object();
     });
@@ -266,6 +270,7 @@ void IEEE802_11_BeaconReport::assign_fields(IEEE802_11_FieldSource& source) {
     for (std::size_t count = source.open_list("subelements"); count > 0; --count) {
         source.open_object({});
         const auto id = static_cast<IEEE802_11_Element_ID>(source.number("id", 8));
+        layout::skip_meaning(source, "name");
         const auto size = static_cast<Size>(source.number("length", 8));
         const bool before_vendors = vendor_specific_.empty();
         if (id == VENDOR_SPECIFIC_ID && vendor_specific_.size() < MAX_VENDOR_ELEMENTS) {

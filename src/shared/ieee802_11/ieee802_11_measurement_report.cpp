@@ -150,9 +150,11 @@ void IEEE802_11_MeasurementReport::visit_fields(IEEE802_11_FieldVisitor& visitor
 void IEEE802_11_MeasurementReport::assign_fields(IEEE802_11_FieldSource& source) {
     Layout::fields::assign(*this, source);
     measurement_report_field_.reset();
-    if (source.has(field_name)) {
+    const bool required =
+        Layout::has_report(*this) && create_measurement_report_field(measurement_type_, 0);
+    if (required || source.has(field_name)) {
         source.open_object(field_name);
-        if (!Layout::has_report(*this) || !create_measurement_report_field(measurement_type_, 0)) {
+        if (!required) {
             source.fail("only beacon reports have one, without a mode bit set");
         }
         measurement_report_field_->assign_fields(source);

@@ -59,6 +59,19 @@ struct IEEE802_11_MultiLink::Layout {
 namespace {
 
 constexpr std::uint32_t control_size = 2;
+
+/// Subelements have IDs of their own.
+std::string link_info_name(IEEE802_11_Element_ID id, IEEE802_11_Element_ID_Extension extension) {
+    if (id == IEEE802_11_PerSTAProfile::ELEMENT_ID) {
+        return "Per-STA Profile";
+    }
+    if (static_cast<std::uint8_t>(id) == impl::subelement_fragment_id) {
+        return "Fragment";
+    }
+    return id == IEEE802_11_Element_ID::VENDOR_SPECIFIC ? ieee802_11_element_name(id, extension)
+                                                        : std::string();
+}
+
 using Control = BinarySerializableType<std::bitset<16>>;
 using Octets = BinarySerializableType<std::span<const std::uint8_t>>;
 
@@ -187,7 +200,7 @@ void IEEE802_11_MultiLink::visit_fields(IEEE802_11_FieldVisitor& visitor) const 
         return;
     }
     Layout::CommonInfo::visit(*this, visitor);
-    impl::visit_sequence(visitor, "link_info", link_info_);
+    impl::visit_sequence(visitor, "link_info", link_info_, link_info_name);
 }
 
 void IEEE802_11_MultiLink::assign_fields(IEEE802_11_FieldSource& source) {

@@ -52,6 +52,35 @@ Report::SubElementPtr make_sub_element(SubID id) {
     }
 }
 
+/// Names of subelements, table 9-173.
+std::string_view name_of(SubID id) {
+    struct Row {
+        std::uint8_t id;
+        std::string_view name;
+    };
+    static constexpr auto rows = std::to_array<Row>({
+        {1, "TSF Information"},
+        {2, "Condensed Country String"},
+        {3, "BSS Transition Candidate Preference"},
+        {4, "BSS Termination Duration"},
+        {5, "Bearing"},
+        {6, "Wide Bandwidth Channel"},
+        {39, "Measurement Report"},
+        {45, "HT Capabilities"},
+        {61, "HT Operation"},
+        {62, "Secondary Channel Offset"},
+        {66, "Measurement Pilot Transmission"},
+        {70, "RM Enabled Capabilities"},
+        {71, "Multiple BSSID"},
+        {191, "VHT Capabilities"},
+        {192, "VHT Operation"},
+        {201, "Basic Multi-Link"},
+        {221, "Vendor Specific"},
+    });
+    const auto* const row = std::ranges::find(rows, static_cast<std::uint8_t>(id), &Row::id);
+    return row != rows.end() ? row->name : std::string_view();
+}
+
 }  // namespace
 
 bool Report::SubElementBase::operator==(const SubElementBase& other) const {
@@ -306,6 +335,7 @@ void Report::visit_fields(IEEE802_11_FieldVisitor& visitor) const {
     for (const SubElementPtr& sub : sub_elements_) {
         visitor.open_object({});
         visitor.number("id", static_cast<std::uint8_t>(sub->get_type()));
+        layout::visit_meaning(visitor, "name", name_of(sub->get_type()));
         visitor.open_object("fields");
         sub->visit_fields(visitor);
         visitor.close_object();
@@ -320,6 +350,7 @@ void Report::assign_fields(IEEE802_11_FieldSource& source) {
     for (std::size_t count = source.open_list("subelements"); count > 0; --count) {
         source.open_object({});
         SubElementPtr sub = make_sub_element(static_cast<SubID>(source.number("id", 8)));
+        layout::skip_meaning(source, "name");
         source.open_object("fields");
         sub->assign_fields(source);
         source.close_object();

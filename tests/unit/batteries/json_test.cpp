@@ -1,17 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 // What every type with a JSON form makes of documents.
-#include <iomanip>
-
-#include "nuv/basic_version.hpp"
+#include "nuv/addresses.hpp"
 #include "nuv/channels.hpp"
-#include "nuv/device_id.hpp"
-#include "nuv/id.hpp"
-#include "nuv/ipv4_address.hpp"
 #include "nuv/json_serializer.hpp"
-#include "nuv/mac_address.hpp"
-#include "nuv/nid.hpp"
-#include "nuv/prefixed_ip_address.hpp"
-#include "nuv/tarvu_address.hpp"
 #include "tests/support/foreign_locale.hpp"
 #include "tests/support/json_text.hpp"
 #include "tests/support/test.hpp"

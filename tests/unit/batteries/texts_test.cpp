@@ -1,16 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 // What all values with a text have in common: reading, stream output, JSON, order, hash.
-#include "nuv/basic_version.hpp"
-#include "nuv/device_id.hpp"
-#include "nuv/id.hpp"
-#include "nuv/ipv4_address.hpp"
-#include "nuv/ipv6_address.hpp"
+#include "nuv/addresses.hpp"
 #include "nuv/logging/string_to_logmask.hpp"
-#include "nuv/mac_address.hpp"
-#include "nuv/nid.hpp"
-#include "nuv/prefixed_ip_address.hpp"
-#include "nuv/tarvu_address.hpp"
-#include "nuv/uid.hpp"
+#include "nuv/serialization.hpp"
 #include "tests/support/codecs.hpp"
 #include "tests/support/ip_texts.hpp"
 #include "tests/support/json_text.hpp"
@@ -30,11 +22,6 @@ T make(TextArgument text) {
     }
 }
 
-template <class T>
-concept HasParseString = requires(T value) {
-    value.parse_string("");
-};
-
 /// The text of the value that `text` is read as, or the reason against it. What is read is read from
 /// its own text, too, in every way; a refused text leaves a value as it was.
 template <class T>
@@ -47,14 +34,14 @@ std::string read(const std::string& text, [[maybe_unused]] const T& before) {
             EXPECT_EQ(from_json("{\"m\":" + to_json(made) + '}', "m", value), "");
             EXPECT_TRUE(value == made);
         }
-        if constexpr (HasParseString<T>) {
+        if constexpr (requires(T other) { other.parse_string(text); }) {
             T value = before;
             EXPECT_TRUE(value.parse_string(text) && value == made);
         }
         EXPECT_EQ((std::ostringstream() << made).str(), made.to_string());
         return made.to_string();
     } catch (const std::invalid_argument& error) {
-        if constexpr (HasParseString<T>) {
+        if constexpr (requires(T other) { other.parse_string(text); }) {
             T value = before;
             EXPECT_FALSE(value.parse_string(text));
             EXPECT_TRUE(value == before || (std::is_same_v<T, MACAddress>))
@@ -139,7 +126,7 @@ template <class T>
 void expect_null_refused(const T& before) {
     const char* const null = nullptr;
     EXPECT_THROW(make<T>(null), std::invalid_argument) << before;
-    if constexpr (HasParseString<T>) {
+    if constexpr (requires(T other) { other.parse_string(null); }) {
         T value = before;
         EXPECT_FALSE(value.parse_string(null));
         EXPECT_EQ(value, before);
@@ -186,6 +173,7 @@ TEST(Texts, AreReadPrintedAndOrderedAsListed) {
         {"uid", {text_of_unit, {}}},
         {"UID", {unit_of_text, {}}},
         {"logmask", {mask_of_text, {}}},
+        {"unescaped", {serialization::json_string_unescape, {}}},
     };
     for (const auto& [call, expected] : listed_cases("texts.tsv")) {
         SCOPED_TRACE(call);

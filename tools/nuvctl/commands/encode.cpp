@@ -56,6 +56,9 @@ private:
                 output.write(is_capture_ ? capture_record(frame.time, frame.octets)
                                          : to_hex(Octets(frame.octets).subspan(frame.body)) + '\n');
                 ++frames_;
+                for (const std::string& note : frame.notes) {
+                    report(name + ": line " + std::to_string(reader.line()) + ": " + note);
+                }
             }
         } catch (const FieldError& error) {
             throw FileError("line " + std::to_string(reader.line()) + ": " + error.what());
