@@ -6,10 +6,10 @@
 #include <cstdint>
 #include <iosfwd>
 #include <string>
-#include <string_view>
 
 #include "nuv/export.hpp"
 #include "nuv/json_serializable.hpp"
+#include "nuv/text_argument.hpp"
 
 namespace nuv::plc {
 
@@ -25,11 +25,11 @@ public:
     constexpr NID() = default;
     constexpr explicit NID(const Octets& octets) noexcept : octets_(octets) {}
     /// Throws std::invalid_argument when parse_string() would refuse `text`.
-    explicit NID(std::string_view text);
+    explicit NID(TextArgument text);
 
     /// Reads the text form, in upper or lower case. Returns false, with the octets as before, for
     /// anything else. JSON accepts more texts.
-    bool parse_string(std::string_view text) noexcept;
+    bool parse_string(TextArgument text) noexcept;
     /// In upper case.
     std::string to_string() const;
 

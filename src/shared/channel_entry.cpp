@@ -153,10 +153,10 @@ void ChannelEntry::serialize_impl(YAJLStream& stream, SerializationContext& ctx)
 void ChannelEntry::deserialize_impl(YAJLNode& node, SerializationContext& ctx) {
     ChannelEntry read;
     JSONSerializer::deserialize(node, ctx, "channel", read.channel_);
-    impl::read_nullable(node, ctx, "frequency", read.frequency_);
-    if (read.frequency_ == KiloHertz()) {
-        read.frequency_ = frequency_of(read.channel_);
-    }
+    std::int64_t frequency = 0;  // before it is cut: only what is written as 0 counts as absent
+    impl::read_nullable(node, ctx, "frequency", frequency);
+    read.frequency_ = frequency == 0 ? frequency_of(read.channel_)
+                                     : KiloHertz(static_cast<KiloHertz::rep>(frequency));
     // Marks and power are local to who wrote them. That the flags are set is told, not which; the
     // power is read for its type alone.
     std::vector<std::string> names;

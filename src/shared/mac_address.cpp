@@ -13,13 +13,13 @@
 
 namespace nuv {
 
-MACAddress::MACAddress(std::string_view text) {
+MACAddress::MACAddress(TextArgument text) {
     if (!parse_string(text)) {
-        impl::throw_no_valid_text(text, "MACAddress");
+        impl::throw_no_valid_text<impl::InvalidMACText>(text, "MACAddress");
     }
 }
 
-bool MACAddress::parse_string(std::string_view text) noexcept {
+bool MACAddress::parse_string(TextArgument text) noexcept {
     return impl::parse_octet_text(text, octets_);
 }
 

@@ -12,13 +12,13 @@
 
 namespace nuv::plc {
 
-NID::NID(std::string_view text) {
+NID::NID(TextArgument text) {
     if (!parse_string(text)) {
         impl::throw_no_valid_text(text, "NID");
     }
 }
 
-bool NID::parse_string(std::string_view text) noexcept {
+bool NID::parse_string(TextArgument text) noexcept {
     Octets octets{};
     const bool valid = impl::parse_octet_text(text, octets);
     octets_ = valid ? octets : octets_;

@@ -296,6 +296,12 @@ std::string check_ways_of_reading_agree(const Maker<T>& make, const Octets& octe
     std::istream trickling(&trickle);
     compare("trickle", read_from(make(), trickling));
 
+    constexpr auto everything = std::ios::badbit | std::ios::failbit | std::ios::eofbit;
+    std::stringstream throwing(to_string(octets));
+    throwing.exceptions(everything);
+    compare("stream set to throw", read_from(make(), throwing));
+    problems += throwing.exceptions() == everything ? "" : "not set to throw any more\n";
+
     // A range of a stream that goes on behind it.
     std::stringstream parent("before" + to_string(octets) + "behind");
     constexpr std::streamoff start = 6;

@@ -168,7 +168,9 @@ void IEEE802_11_BeaconReport::read_from(Source& source, SerializationContext& ct
     if (length >= limit) {
         return;
     }
-    const auto next_id = [&source] { return static_cast<IEEE802_11_Element_ID>(source.peek()); };
+    const auto next_id = [&source] {
+        return static_cast<IEEE802_11_Element_ID>(impl::peek(source));
+    };
     const auto read_subelement = [&](IEEE802_11_Element_ID id, const char* name) {
         IEEE802_11_DummyElement subelement(id);
         impl::read_value(source, ctx, subelement);

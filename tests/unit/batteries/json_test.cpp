@@ -3,6 +3,7 @@
 #include "nuv/addresses.hpp"
 #include "nuv/channels.hpp"
 #include "nuv/json_serializer.hpp"
+#include "tests/support/foreign_locale.hpp"
 #include "tests/support/json_text.hpp"
 #include "tests/support/test.hpp"
 #include "tests/support/vectors.hpp"
@@ -26,12 +27,40 @@ struct Point : serialization::JSONSerializable {
     bool operator==(const Point& other) const { return x == other.x && name == other.name; }
 };
 
+/// Of a list of which a MAC address can be wrong, or the memory too small.
+struct Station : serialization::JSONSerializable {
+    MACAddress mac;
+    void serialize_impl(YAJLStream& stream, SerializationContext& ctx) const override {
+        JSONSerializer::serialize_impl(stream, ctx);
+    }
+    void deserialize_impl(YAJLNode& node, SerializationContext& ctx) override {
+        if (node.probe_name("huge")) {
+            throw std::bad_alloc();
+        }
+        JSONSerializer::deserialize(node, ctx, "mac", mac);
+    }
+    bool operator==(const Station& other) const { return mac == other.mac; }
+};
+
+/// The owner of an IP address of either version.
+struct Host : serialization::JSONSerializable {
+    std::shared_ptr<IPAddress> address = std::make_shared<IPv4Address>();
+    void serialize_impl(YAJLStream& stream, SerializationContext& ctx) const override {
+        serialize_ip_address(stream, ctx, *address);
+    }
+    void deserialize_impl(YAJLNode& node, SerializationContext& ctx) override {
+        address = deserialize_ip_address(node, ctx);
+    }
+    bool operator==(const Host& other) const { return *address == *other.address; }
+};
+
 using Outcome = std::function<std::string(const std::string& what, const std::string& json)>;
 
 /// Reads into a copy of `before`, which stays as it is when that fails.
 template <class T>
 Outcome outcome(const T& before) {
     return [before](const std::string& what, const std::string& json) {
+        const ForeignLocale foreign;
         T value = before;
         std::string failure;
         try {
@@ -70,6 +99,9 @@ TEST(JSON, IsReadAndWrittenAsListed) {
         {"std::int64_t", outcome(std::int64_t{77})},
         {"point", outcome(Point())},
         {"points", outcome(std::vector<Point>(3))},
+        {"stations", outcome(std::vector<Station>(1))},
+        {"prefixes", outcome(std::vector<PrefixedIPAddress>())},
+        {"IPAddress", outcome(Host())},
         {"DataRate", outcome(DataRate{77})},
         {"ChannelWidth", outcome(ChannelWidth::HT40)},
         {"MACAddress", outcome(MACAddress({1, 2, 3, 4, 5, 6}))},
@@ -106,6 +138,11 @@ TEST(JSON, KeysAreQuotedAndIntegersGoBySize) {
                                                      : "Serialization of std::int32_t failed");
     EXPECT_EQ(to_json(-5LL, 0), "Serialization of std::int64_t failed");
     EXPECT_EQ(to_json(ChannelWidth{9}), "\"INVALID CHANNEL WIDTH 9\"");
+}
+
+TEST(JSON, NoMemoryForAnObjectOfAListIsNoFaultOfTheText) {
+    std::vector<Station> stations;
+    EXPECT_THROW(from_json(R"([{"huge":1}])", "", stations), std::bad_alloc);
 }
 
 TEST(JSON, CharacterArraysAreStringsUpToTheirNul) {

@@ -14,7 +14,7 @@ namespace {
 using serialization::UIDType;
 
 template <class T>
-T make(const std::string& text) {
+T make(TextArgument text) {
     if constexpr (std::is_same_v<T, PrefixedIPAddress>) {
         return T::guess_version_and_parse(text);
     } else {
@@ -120,6 +120,38 @@ std::string device_of_octets(const std::string& hex) {
     const std::string failure = read_octets(hex, device);
     EXPECT_TRUE(failure.empty() || device == before);
     return failure.empty() ? device.to_string() : failure;
+}
+
+template <class T>
+void expect_null_refused(const T& before) {
+    const char* const null = nullptr;
+    EXPECT_THROW(make<T>(null), std::invalid_argument) << before;
+    if constexpr (requires(T other) { other.parse_string(null); }) {
+        T value = before;
+        EXPECT_FALSE(value.parse_string(null));
+        EXPECT_EQ(value, before);
+    } else if constexpr (std::is_base_of_v<IPAddress, T>) {
+        T value = before;
+        EXPECT_THROW(value.from_string(null), std::invalid_argument);
+        EXPECT_EQ(value, before);
+    }
+}
+
+TEST(Texts, NullIsRefusedAsAnEmptyText) {
+    expect_null_refused(IPv4Address(9));
+    expect_null_refused(IPv6Address({9, 9, 9, 9, 9, 9, 9, 9}));
+    expect_null_refused(PrefixedIPAddress::guess_version_and_parse("::/1"));
+    expect_null_refused(MACAddress({1, 2, 3, 4, 5, 6}));
+    expect_null_refused(plc::NID({1, 2, 3, 4, 5, 6, 7}));
+    expect_null_refused(ID("before"));
+    expect_null_refused(BasicVersion{7});
+    expect_null_refused(TarvuAddress("before"));
+    expect_null_refused(ChassisID("local=x"));
+    expect_null_refused(DeviceID("local=x local=y"));
+    EXPECT_EQ(message_of<std::invalid_argument>([] { MACAddress(nullptr); }),
+              "'' is no valid MACAddress string");
+    EXPECT_THROW(TarvuAddress(nullptr, std::nullopt), std::invalid_argument);
+    EXPECT_EQ(IPv4Address(0), IPv4Address::UNSPECIFIED) << "a number, and no null";
 }
 
 TEST(Texts, AreReadPrintedAndOrderedAsListed) {
