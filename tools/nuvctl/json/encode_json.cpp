@@ -66,7 +66,7 @@ std::vector<std::uint8_t> received_element(JsonFields& fields, std::uint8_t id, 
     if (length > std::numeric_limits<std::uint8_t>::max()) {
         fields.fail("more than an element holds");
     }
-    fields.leave_object();
+    fields.close_object();
     if (is_last && fields.has("length")) {
         length = std::max<std::size_t>(length, fields.number("length", 8));
     } else if (is_last && length == 0) {
