@@ -16,8 +16,10 @@ FakePlatform::FakePlatform() {
 }
 
 FakePlatform::~FakePlatform() {
-    for (const auto& call : log_.leftovers()) {
-        std::cerr << "FakePlatform: never undone: " << call << '\n';
+    for (const auto& leftovers : {log_.leftovers(), loop_.leftovers()}) {
+        for (const auto& leftover : leftovers) {
+            std::cerr << "FakePlatform: never undone: " << leftover << '\n';
+        }
     }
     instance = nullptr;
 }

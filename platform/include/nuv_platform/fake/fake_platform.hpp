@@ -8,6 +8,7 @@
 #include "nuv_platform/fake/fake_clock.hpp"
 #include "nuv_platform/fake/fake_interfaces.hpp"
 #include "nuv_platform/fake/fake_log.hpp"
+#include "nuv_platform/fake/fake_loop.hpp"
 
 namespace nuv::platform {
 
@@ -29,6 +30,7 @@ public:
     FakeLog& log() { return log_; }
     FakeInterfaces& interfaces() { return interfaces_; }
     FakeClock& clock() { return clock_; }
+    FakeLoop& loop() { return loop_; }
 
     /// The journals of all services as one, in the order of the calls.
     const std::vector<std::string>& journal() const { return journal_; }
@@ -38,6 +40,7 @@ private:
     FakeClock clock_{journal_};
     FakeLog log_{journal_};
     FakeInterfaces interfaces_{journal_};
+    FakeLoop loop_{journal_, clock_};
 };
 
 }  // namespace nuv::platform
