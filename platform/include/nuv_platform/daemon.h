@@ -30,7 +30,8 @@ extern "C" {
  * | result | meaning                                                     |
  * |--------|-------------------------------------------------------------|
  * | 0      | this is the daemon                                          |
- * | < 0    | the negated errno of what failed; nothing has changed       |
+ * | < 0    | the negated errno of what failed; nothing has changed.      |
+ * |        | `-EALREADY`: it was called before, and nobody was answered  |
  */
 NUV_PLATFORM_EXPORT int daemon_start(int a, int b);
 
