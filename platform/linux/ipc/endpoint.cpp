@@ -125,6 +125,7 @@ int Endpoint::open() {
 }
 
 void Endpoint::close() noexcept {
+    command_listener_.reset();
     receiver_.clear();
     process_loop().disarm(&own_timer_);
     process_loop().disarm(&pause_);

@@ -46,6 +46,10 @@ public:
     int add_notifier(const char* event, nuvipc_event_callback callback, void* ctx) noexcept;
     int remove_notifier(const char* event) noexcept;
 
+    const std::string& name() const noexcept { return name_; }
+    /// What answers debug commands in its name, and ends before the endpoint does. Null: nothing.
+    std::shared_ptr<void>& command_listener() noexcept { return command_listener_; }
+
     // For its connections.
     int folder() const noexcept { return folder_.get(); }
     /// An event when `event` is not null. The object may be closed by that.
@@ -96,6 +100,7 @@ private:
     std::deque<OwnMessage> own_;
     std::uint32_t own_size_ = 0;
     ctimerhandle own_timer_{};
+    std::shared_ptr<void> command_listener_;
     std::map<const char*, std::int64_t> warned_;  // by format, when
 };
 
