@@ -8,9 +8,9 @@ _nuvctl() {
     elif [ "$previous" = --region ]; then
         words='global europe'
     elif [ "$previous" = --band ]; then
-        words='2.4 5 6'
+        words='2.4 5 6 60'
     elif [ "$previous" = --width ]; then
-        words='20 40 80 160 320'
+        words='5 10 20 40 80 80+80 160 320 2160'
     elif [ "$previous" = --type ]; then
         words='association_request reassociation_request measurement_report neighbor_report
                btm_query btm_request btm_response'
@@ -19,7 +19,7 @@ _nuvctl() {
             decode) words='--pretty --summary --type --help --help-all' ;;
             encode) words='--format --output --help --help-all' ;;
             address) words='--contains --pretty --help --help-all' ;;
-            channel) words='--frequency --band --number --width --help --help-all' ;;
+            channel) words='--frequency --band --number --width --center --help --help-all' ;;
             opclass) words='--region --table --help --help-all' ;;
             validate) words='--help --help-all' ;;
         esac

@@ -8,7 +8,8 @@
 namespace nuvctl {
 
 // The subcommands. Each returns its exit status, 0 or 1, and throws OutputError when it cannot write
-// its output. A file "-" is standard input or output.
+// its output. A file "-" is standard input or output. A summary that a signal ends returns 128 and the
+// signal's number.
 
 struct DecodeOptions {
     std::vector<std::string> files{"-"};
@@ -35,9 +36,10 @@ int run_address(const AddressOptions& options);
 /// A channel by its frequency, or by its band and its number in it.
 struct ChannelOptions {
     std::int32_t frequency = 0;  ///< in kHz
-    std::string band;            ///< "2.4", "5" or "6"
+    std::string band;            ///< "2.4", "5", "6" or "60"
     std::uint32_t number = 0;
-    std::int32_t width = 20;  ///< in MHz
+    std::string width = "20";  ///< in MHz, or "80+80"
+    bool center = false;       ///< the number or frequency is that of a segment's center
 };
 int run_channel(const ChannelOptions& options);
 
