@@ -45,6 +45,9 @@ void CallTimes::add(std::int64_t begin, std::int64_t end) noexcept {
 Loop::~Loop() { close_descriptors(); }
 
 int Loop::open() noexcept {
+    if (abandoned_) {
+        return -ECHILD;
+    }
     if (opened_ == 0 && !open_descriptors()) {
         return -errno;
     }
@@ -58,7 +61,13 @@ void Loop::close() noexcept {
             registration.handle = 0;
         }
         close_descriptors();
+        abandoned_ = false;
     }
+}
+
+void Loop::abandon() noexcept {
+    close_descriptors();
+    abandoned_ = is_open();
 }
 
 bool Loop::open_descriptors() noexcept {
@@ -86,7 +95,7 @@ Loop::Registration* Loop::find(std::uint32_t handle) noexcept {
 std::uint32_t Loop::add(int fd, const char* name, const Callbacks& callbacks, void* ctx) noexcept {
     const bool wanted = callbacks.readable != nullptr || callbacks.writable != nullptr ||
                         callbacks.urgent != nullptr || callbacks.hang_up != nullptr;
-    if (!is_open() || !wanted || fd < 0 || static_cast<std::uint32_t>(fd) > FD_MASK) {
+    if (!is_usable() || !wanted || fd < 0 || static_cast<std::uint32_t>(fd) > FD_MASK) {
         return 0;
     }
     try {
@@ -151,6 +160,9 @@ void Loop::unwatch(int fd) noexcept {
 }
 
 int Loop::remove(std::uint32_t handle) noexcept {
+    if (abandoned_) {
+        return -ECHILD;
+    }
     Registration* const registration = find(handle);
     if (registration == nullptr) {
         return -EINVAL;
@@ -161,7 +173,12 @@ int Loop::remove(std::uint32_t handle) noexcept {
     return 0;
 }
 
-int Loop::check(std::uint32_t handle) noexcept { return find(handle) != nullptr ? 0 : -EINVAL; }
+int Loop::check(std::uint32_t handle) noexcept {
+    if (abandoned_) {
+        return -ECHILD;
+    }
+    return find(handle) != nullptr ? 0 : -EINVAL;
+}
 
 const char* Loop::name(std::uint32_t handle) noexcept {
     const Registration* const registration = find(handle);
@@ -182,6 +199,9 @@ int Loop::end(const ctimerhandle* handle, std::int64_t& end_ns) noexcept {
 }
 
 int Loop::pass(std::int32_t msecs) {
+    if (abandoned_) {
+        return -ECHILD;
+    }
     if (!is_open()) {
         return -EINVAL;
     }
@@ -211,10 +231,10 @@ int Loop::pass(std::int32_t msecs) {
     if (timers_.size() > 0) {
         fire_timers(now_ns());
     }
-    for (int i = 0; i < ready && is_open(); ++i) {
+    for (int i = 0; i < ready && is_usable(); ++i) {
         dispatch(events_[static_cast<std::size_t>(i)]);
     }
-    if (stale_ && is_open()) {
+    if (stale_ && is_usable()) {
         rebuild();
     }
     return 0;
@@ -222,7 +242,7 @@ int Loop::pass(std::int32_t msecs) {
 
 void Loop::fire_timers(std::int64_t now) {
     Timers::Due due;
-    while (timers_.take_due(now, due)) {
+    while (!abandoned_ && timers_.take_due(now, due)) {
         due.callback(due.handle, due.cbdata);
         const std::int64_t begin = std::exchange(last_call_ended_, coarse_now_ns());
         if (CallTimes* const times = times_of(due.cbdata)) {
@@ -270,7 +290,7 @@ void Loop::dispatch(const epoll_event& event) {
 void Loop::dispatch_writable() {
     const int ready = ::epoll_wait(writable_epoll_, writable_events_.data(),
                                    static_cast<int>(writable_events_.size()), 0);
-    for (int i = 0; i < ready && is_open(); ++i) {
+    for (int i = 0; i < ready && is_usable(); ++i) {
         const epoll_event& event = writable_events_[static_cast<std::size_t>(i)];
         if (find(event.data.u32) == nullptr) {
             stale_ = stale_ || !removed_;

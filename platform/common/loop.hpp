@@ -43,6 +43,10 @@ public:
     int open() noexcept;
     void close() noexcept;
     bool is_open() const noexcept { return opened_ > 0; }
+    /// In a child made by fork(): closes its copies of the descriptors and leaves what the parent waits
+    /// for alone. Calls answer -ECHILD, until close() was called as often as open().
+    void abandon() noexcept;
+    bool is_abandoned() const noexcept { return abandoned_; }
 
     std::uint32_t add(int fd, const char* name, const Callbacks& callbacks, void* ctx) noexcept;
     int remove(std::uint32_t handle) noexcept;
@@ -101,7 +105,10 @@ private:
     bool call(std::uint32_t handle, csock_fd_callback Callbacks::*which);
     CallTimes* times_of(void* cbdata) noexcept;
 
+    bool is_usable() const noexcept { return is_open() && !abandoned_; }
+
     unsigned opened_ = 0;
+    bool abandoned_ = false;
     bool in_pass_ = false;
     bool removed_ =
         false;            // in this pass: later events of its batch may be of removed registrations

@@ -4,9 +4,12 @@
 #include <ctime>
 
 #include <algorithm>
+#include <cerrno>
 #include <limits>
+#include <new>
 
 #include "nuv_platform/clock.h"
+#include "platform/linux/fork.hpp"
 #include "platform/linux/loop.hpp"
 
 namespace nuv::platform {
@@ -47,7 +50,14 @@ using nuv::platform::process_loop;
 
 extern "C" {
 
-int csock_init(void) { return process_loop().open(); }
+int csock_init(void) {
+    try {
+        nuv::platform::watch_forks();
+    } catch (const std::bad_alloc&) {
+        return -ENOMEM;
+    }
+    return process_loop().open();
+}
 
 void csock_exit(void) { process_loop().close(); }
 

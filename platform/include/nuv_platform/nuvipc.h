@@ -47,7 +47,8 @@ typedef struct nuvipc nuvipc;
 
 #define NUVIPC_MAX_SIZE 16777216U /**< octets of a message or event */
 
-/** `sender` is the name of the endpoint it came from. `data` is `size` octets, for size 0 any. */
+/** `sender` is the name of the endpoint it came from; empty when the sending process is not, or no
+ *  longer, the owner of the name that it gave. `data` is `size` octets, for size 0 any. */
 typedef void (*nuvipc_msg_handler)(nuvipc* ipc, const char* sender, void* data, unsigned size,
                                    void* ctx);
 /** `event` is the event's name. */
@@ -87,8 +88,8 @@ NUV_PLATFORM_EXPORT int nuvipc_event_send(nuvipc* ipc, const char* event, const 
                                           unsigned size);
 
 /**
- * Registers the one notifier of this endpoint for events named `event`; "*" takes all that have no
- * notifier of their own here. Once it has returned 0, every event sent afterwards is delivered,
+ * Registers the one notifier of this endpoint for events named `event`; "*" takes all events, after
+ * the notifier for the name when there is one. Once it has returned 0, every event sent afterwards is delivered,
  * also those of processes that begin only then. What is sent while a process is away is not kept
  * for it, and it registers again itself.
  */

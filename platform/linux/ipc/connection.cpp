@@ -1,0 +1,270 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "platform/linux/ipc/connection.hpp"
+
+#include <sys/socket.h>
+#include <sys/uio.h>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <cstring>
+#include <new>
+#include <utility>
+
+#include "platform/linux/ipc/endpoint.hpp"
+#include "platform/linux/ipc/large_data.hpp"
+#include "platform/linux/ipc/registry.hpp"
+#include "platform/linux/ipc/trace.hpp"
+#include "platform/linux/loop.hpp"
+
+namespace nuv::platform {
+
+namespace {
+
+constexpr const char* FILE_NAME = "platform/linux/ipc/connection";
+
+// One for all connections, since a handler cannot wait. Data begins at a multiple of 8.
+alignas(16) std::array<std::uint8_t, MAX_FRAME_SIZE> packet_buffer;
+
+/// A control message of one descriptor.
+union Control {
+    cmsghdr header;
+    std::array<char, CMSG_SPACE(sizeof(int))> octets;
+};
+
+iovec io(const void* data, std::size_t size) noexcept {
+    return {const_cast<void*>(data), size};  // NOLINT: sendmsg() does not write to it
+}
+
+std::int32_t peer_pid(int socket) noexcept {
+    ucred peer{};
+    socklen_t size = sizeof peer;
+    return ::getsockopt(socket, SOL_SOCKET, SO_PEERCRED, &peer, &size) == 0 ? peer.pid : 0;
+}
+
+}  // namespace
+
+Connection::Connection(Endpoint& endpoint, FileDescriptor socket, std::string peer)
+    : endpoint_(endpoint),
+      socket_(std::move(socket)),
+      peer_(std::move(peer)),
+      pid_(peer_pid(socket_.get())) {
+    is_believed();
+}
+
+bool Connection::watch() noexcept {
+    const csock_fd_callback readable = [](int /*fd*/, void* ctx) {
+        static_cast<Connection*>(ctx)->read();
+        return 0;
+    };
+    const csock_fd_callback writable = [](int /*fd*/, void* ctx) {
+        const auto self = static_cast<Connection*>(ctx)->shared_from_this();
+        self->confirm();
+        return 0;
+    };
+    if (handle_ != 0) {
+        process_loop().remove(handle_);
+    }
+    handle_ = process_loop().add(socket_.get(), "nuvipc connection",
+                                 {readable, waits_for_room_ ? writable : nullptr, nullptr, nullptr},
+                                 this);
+    return handle_ != 0;
+}
+
+bool Connection::is_believed() noexcept {
+    if (!believed_ && !peer_.empty()) {
+        believed_ = pid_ != 0 && owner_of(endpoint_.folder(), peer_).pid == pid_;
+    }
+    return believed_;
+}
+
+const char* Connection::shown_peer() const noexcept {
+    return peer_.empty() ? "(unknown)" : peer_.c_str();
+}
+
+int Connection::send(Outgoing& outgoing) noexcept {
+    const Frame& frame = outgoing.frame;
+    if (frame.large() && frame.size > MAX_UNCONFIRMED - unconfirmed_) {
+        return -EAGAIN;
+    }
+    if (frame.large() && !outgoing.large) {
+        outgoing.large = make_large_data(frame.data, frame.size);
+        if (!outgoing.large) {
+            return -errno;
+        }
+    }
+    auto header = frame.header();
+    std::array parts = {io(header.data(), header.size()), io(frame.data, frame.inline_size()),
+                        io(frame.name.data(), frame.name.size())};
+    msghdr message{};
+    message.msg_iov = parts.data();
+    message.msg_iovlen = parts.size();
+    Control control{};
+    if (frame.large()) {
+        message.msg_control = &control;
+        message.msg_controllen = CMSG_LEN(sizeof(int));
+        control.header.cmsg_level = SOL_SOCKET;
+        control.header.cmsg_type = SCM_RIGHTS;
+        control.header.cmsg_len = CMSG_LEN(sizeof(int));
+        const int fd = outgoing.large.get();
+        std::memcpy(CMSG_DATA(&control.header), &fd, sizeof fd);
+    }
+    if (::sendmsg(socket_.get(), &message, MSG_NOSIGNAL | MSG_DONTWAIT) < 0) {
+        // The kernel limits the descriptors in its queues, too.
+        return errno == ETOOMANYREFS || errno == ENOBUFS ? -EAGAIN : -errno;
+    }
+    unconfirmed_ += frame.large() ? frame.size : 0;
+    sent_data_ = sent_data_ || frame.kind == FrameKind::MESSAGE || frame.kind == FrameKind::EVENT;
+    return 0;
+}
+
+void Connection::stop_sending(int error) noexcept {
+    sends_ = false;
+    if (sent_data_ && error == -ECONNRESET) {
+        sent_data_ = false;
+        unconfirmed_ = 0;
+        trace_drop();
+        endpoint_.warn({FILE_NAME, __func__, __LINE__},
+                       "\"%s\" has gone without reading all that was sent to it",
+                       shown_peer());
+    }
+}
+
+void Connection::lost() noexcept {
+    // Taken from the queue, and not handled.
+    stop_sending(unconfirmed_ > 0 ? -ECONNRESET : 0);
+    close();
+    endpoint_.forget(*this);
+}
+
+void Connection::close() noexcept {
+    process_loop().remove(std::exchange(handle_, 0));
+    socket_.reset();
+}
+
+bool Connection::refuse(const char* reason) noexcept {
+    endpoint_.warn({FILE_NAME, __func__, __LINE__}, "closed the connection with \"%s\": %s", shown_peer(),
+                   reason);
+    lost();
+    return false;
+}
+
+void Connection::read() noexcept {
+    const auto self = shared_from_this();
+    const auto endpoint = endpoint_.shared_from_this();
+    for (int i = 0; i < MESSAGES_PER_PASS && is_open(); ++i) {
+        if (!read_packet()) {
+            return;
+        }
+    }
+}
+
+/// Returns whether there may be more.
+bool Connection::read_packet() noexcept {
+    Control control{};
+    iovec part = io(packet_buffer.data(), packet_buffer.size());
+    msghdr message{};
+    message.msg_iov = &part;
+    message.msg_iovlen = 1;
+    message.msg_control = &control;
+    message.msg_controllen = CMSG_LEN(sizeof(int));  // CMSG_SPACE() has room for two
+    const ssize_t length = ::recvmsg(socket_.get(), &message, MSG_DONTWAIT | MSG_CMSG_CLOEXEC);
+    if (length < 0 && errno == ECONNRESET) {
+        // The peer died with unread packets. What it sent before can be read still.
+        stop_sending(-ECONNRESET);
+        return true;
+    }
+    if (length < 0 && (errno == EAGAIN || errno == EINTR)) {
+        return false;
+    }
+    if (length <= 0) {
+        lost();
+        return false;
+    }
+    std::array<FileDescriptor, 1> descriptors;
+    for (cmsghdr* entry = CMSG_FIRSTHDR(&message); entry != nullptr;
+         entry = CMSG_NXTHDR(&message, entry)) {
+        if (entry->cmsg_level == SOL_SOCKET && entry->cmsg_type == SCM_RIGHTS) {
+            int fd = -1;
+            std::memcpy(&fd, CMSG_DATA(entry), sizeof fd);
+            descriptors[0] = FileDescriptor(fd);
+        }
+    }
+    if ((message.msg_flags & MSG_CTRUNC) != 0) {
+        return refuse("a descriptor was lost, perhaps too many are open");
+    }
+    const auto frame = (message.msg_flags & MSG_TRUNC) == 0
+                           ? parse_frame({packet_buffer.data(), static_cast<std::size_t>(length)})
+                           : std::nullopt;
+    if (!frame || frame->large() != static_cast<bool>(descriptors[0])) {
+        return refuse("what it sends is not understood");
+    }
+    try {
+        return take(*frame, descriptors);
+    } catch (const std::bad_alloc&) {
+        return refuse("no memory");
+    }
+}
+
+/// Returns whether the connection is still there.
+bool Connection::take(const Frame& frame, std::span<const FileDescriptor> descriptors) {
+    if ((frame.kind == FrameKind::HELLO) != peer_.empty()) {
+        return refuse("it did not introduce itself once and first");
+    }
+    if (frame.kind == FrameKind::HELLO) {
+        peer_ = frame.name;
+        is_believed();
+        return true;
+    }
+    if (frame.kind == FrameKind::CONFIRM) {
+        if (frame.size > unconfirmed_) {
+            return refuse("it confirms what was not sent");
+        }
+        unconfirmed_ -= frame.size;
+        return true;
+    }
+    if (!frame.large()) {
+        return deliver(frame, const_cast<void*>(frame.data));  // NOLINT: in our buffer
+    }
+    LargeData large;
+    const int error = large.map(descriptors[0].get(), frame.size);
+    if (error != 0) {
+        return refuse(error == -EBADMSG ? "its data is not sealed, or not of the size it says"
+                                        : std::strerror(-error));
+    }
+    if (!deliver(frame, large.get())) {
+        return false;
+    }
+    to_confirm_ += frame.size;
+    confirm();
+    return is_open();
+}
+
+bool Connection::deliver(const Frame& frame, void* data) {
+    // The name is in the buffer, too, without a NUL.
+    std::array<char, MAX_IPC_NAME + 1> event{};
+    std::copy(frame.name.begin(), frame.name.end(), event.begin());
+    endpoint_.deliver(is_believed() ? peer_.c_str() : "",
+                      frame.kind == FrameKind::EVENT ? event.data() : nullptr, data, frame.size);
+    return is_open();
+}
+
+void Connection::confirm() noexcept {
+    if (to_confirm_ == 0 || !sends_) {
+        return;
+    }
+    Outgoing outgoing{{FrameKind::CONFIRM, {}, nullptr, to_confirm_}};
+    const int error = send(outgoing);
+    if (error == 0) {
+        to_confirm_ = 0;
+    }
+    const bool wait = error == -EAGAIN;
+    if (wait != waits_for_room_) {
+        waits_for_room_ = wait;
+        if (!watch()) {
+            lost();
+        }
+    }
+}
+
+}  // namespace nuv::platform
