@@ -145,7 +145,8 @@ std::chrono::milliseconds Mainloop::run(std::chrono::milliseconds timeout) {
             ~Wait() {
                 if (outermost) {
                     loop.waiting_ = false;
-                    const Watches destroyed = std::exchange(loop.removed_, {});
+                    Watches destroyed;
+                    destroyed.swap(loop.removed_);
                 }
             }
             Mainloop& loop;

@@ -407,5 +407,18 @@ TEST_F(MainloopTest, DebugCommandsOfAManagedLoopAreAnsweredByItsHost) {
     daemonmng_exit();
 }
 
+TEST(FakePlatformLeaks, AreReportedAndALoopMayOutliveItsPlatform) {
+    auto fake = std::make_unique<FakePlatform>();
+    const Mainloop loop("app", false, false);
+    testing::internal::CaptureStderr();
+    fake.reset();
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              "FakePlatform: never undone: endpoint \"app\"\n"
+              "FakePlatform: never undone: watchdog_csock_init(\"app\")\n"
+              "FakePlatform: never undone: csock_init()\n"
+              "FakePlatform: never undone: descriptor \"endpoint app\" is registered\n"
+              "FakePlatform: never undone: 1 timers are armed\n");
+}
+
 }  // namespace
 }  // namespace nuv::daemon
