@@ -350,7 +350,9 @@ void aicmd_session::flush() noexcept {
     while (socket_ && !output_.empty()) {
         const ssize_t size =
             ::send(socket_->get(), output_.data(), output_.size(), MSG_NOSIGNAL | MSG_DONTWAIT);
-        if (size >= 0) {
+        if (size == static_cast<ssize_t>(output_.size())) {
+            output_ = std::string();  // gives its memory back
+        } else if (size >= 0) {
             output_.erase(0, static_cast<std::size_t>(size));
         } else if (errno == EAGAIN) {
             return;

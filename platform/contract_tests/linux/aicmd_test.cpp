@@ -3,6 +3,7 @@
 // process has.
 #include <fcntl.h>
 #include <gmock/gmock.h>
+#include <grp.h>
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <sys/socket.h>
@@ -89,6 +90,41 @@ TEST_F(AicmdLinux, SocketBesideTheEndpoint) {
     ipc_ = nullptr;
     EXPECT_EQ(aicmd_connect("dead"), -ECONNREFUSED);
     EXPECT_FALSE(fs::exists(socket));
+}
+
+TEST_F(AicmdLinux, AStrangerIsNotServedWhateverTheModesOfTheFilesAre) {
+    if (::geteuid() != 0) {
+        GTEST_SKIP() << "needs root to become somebody else";
+    }
+    for (const bool open : {false, true}) {
+        if (open) {
+            fs::permissions(folder_, fs::perms(0777));
+            fs::permissions(folder_ / "nuvtest.cmd", fs::perms(0777));
+        }
+        const pid_t stranger = ::fork();
+        if (stranger == 0) {
+            constexpr unsigned NOBODY = 65534;
+            const bool changed = ::setgroups(0, nullptr) == 0 &&
+                                 ::setresgid(NOBODY, NOBODY, NOBODY) == 0 &&
+                                 ::setresuid(NOBODY, NOBODY, NOBODY) == 0;
+            const int client = aicmd_connect("nuvtest");
+            const ssize_t sent = ::send(client, "HELP\n", 5, MSG_NOSIGNAL);
+            char octet = 0;
+            const bool answered = sent == 5 && ::recv(client, &octet, 1, 0) > 0;
+            ::_exit(changed && (client == -EACCES) != open && !answered ? 0 : 1);
+        }
+        int status = -1;
+        testing::internal::CaptureStderr();
+        while (::waitpid(stranger, &status, WNOHANG) == 0) {
+            ASSERT_EQ(csock_select_with_msecs(1), 0);
+        }
+        EXPECT_EQ(status, 0);
+        EXPECT_THAT(testing::internal::GetCapturedStderr(),
+                    open
+                        ? testing::EndsWith("WARN aicmd: nuvtest.cmd: refused a client: it may not "
+                                            "talk to this process\n")
+                        : testing::EndsWith(""));
+    }
 }
 
 // Otherwise the loop would report the same client again and again.
