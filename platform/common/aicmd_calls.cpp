@@ -38,12 +38,14 @@ int aicmd_quit(aicmd_session* session, int /*argc*/, char** /*argv*/) {
 #ifdef NUV_ALLOCATOR_STATISTICS
 
 int aicmd_slabdump(aicmd_session* session, int /*argc*/, char** /*argv*/) {
+    // NOLINTBEGIN(cppcoreguidelines-no-malloc,cppcoreguidelines-owning-memory): these are the owners
     struct Free {
         void operator()(char* memory) const { std::free(memory); }
     };
     struct Close {
         void operator()(std::FILE* file) const { std::fclose(file); }
     };
+    // NOLINTEND(cppcoreguidelines-no-malloc,cppcoreguidelines-owning-memory)
     char* memory = nullptr;
     std::size_t size = 0;
     std::unique_ptr<std::FILE, Close> file(::open_memstream(&memory, &size));

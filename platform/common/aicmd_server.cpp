@@ -310,6 +310,7 @@ void aicmd_session::answer(std::string_view line) {
         return;
     }
     std::vector<char*> argv;
+    argv.reserve(words.size() + 1);
     for (std::string& word : words) {
         argv.push_back(word.data());
     }

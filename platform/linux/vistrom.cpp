@@ -50,6 +50,7 @@ std::optional<std::string> value_of_boot_loader(const char* key) {
         void operator()(uboot_ctx* context) const { ::libuboot_exit(context); }
     };
     struct Free {
+        // NOLINTNEXTLINE(cppcoreguidelines-no-malloc,cppcoreguidelines-owning-memory)
         void operator()(char* text) const { std::free(text); }
     };
     uboot_ctx* made = nullptr;
@@ -62,10 +63,8 @@ std::optional<std::string> value_of_boot_loader(const char* key) {
         return std::nullopt;
     }
     const std::unique_ptr<char, Free> value(::libuboot_get_env(made, key));
-    const std::optional<std::string> result =
-        value != nullptr ? std::optional<std::string>(value.get()) : std::nullopt;
     ::libuboot_close(made);
-    return result;
+    return value != nullptr ? std::optional<std::string>(value.get()) : std::nullopt;
 }
 
 #else
