@@ -53,9 +53,6 @@ public:
         }
     }
 
-    /// Counts the forks that this process came from and that closed everything, from 1.
-    std::uint32_t generation() const noexcept { return generation_; }
-
 private:
     Unshared() {
         if (::pthread_atfork([] { get().mutex_.lock(); }, [] { get().mutex_.unlock(); },
@@ -68,7 +65,7 @@ private:
         if (!KeepAcrossFork::active()) {
             for_each([](int fd) { ::close(fd); });
             descriptors_.assign(descriptors_.size(), false);
-            ++generation_;
+            ++fork_generation;
             process_loop().abandon();
         }
         mutex_.unlock();
@@ -76,7 +73,6 @@ private:
 
     std::mutex mutex_;
     std::vector<bool> descriptors_;
-    std::uint32_t generation_ = 1;
 };
 
 void own_log_outputs(bool own) {
@@ -108,7 +104,7 @@ void watch_forks() { Unshared::get(); }
 UnsharedDescriptor::UnsharedDescriptor(FileDescriptor fd) : fd_(std::move(fd)) {
     if (fd_) {
         Unshared::get().add(fd_.get());
-        generation_ = Unshared::get().generation();
+        generation_ = fork_generation;
     }
 }
 
@@ -119,10 +115,6 @@ UnsharedDescriptor& UnsharedDescriptor::operator=(UnsharedDescriptor&& other) no
     std::swap(fd_, other.fd_);
     std::swap(generation_, other.generation_);
     return *this;
-}
-
-bool UnsharedDescriptor::inherited() const noexcept {
-    return fd_ && generation_ != Unshared::get().generation();
 }
 
 void UnsharedDescriptor::reset() noexcept {

@@ -33,6 +33,9 @@ void detach_after_fork();
 /// Throws std::bad_alloc.
 void watch_forks();
 
+/// Counts the forks that this process came from and that took everything from it, from 1.
+inline std::uint32_t fork_generation = 1;
+
 /// A descriptor that is closed with its object, and that children close. There the object has none.
 class UnsharedDescriptor {
 public:
@@ -47,7 +50,7 @@ public:
     explicit operator bool() const noexcept { return get() >= 0; }
     void reset() noexcept;
     /// It was the parent's.
-    bool inherited() const noexcept;
+    bool inherited() const noexcept { return fd_ && generation_ != fork_generation; }
 
 private:
     FileDescriptor fd_;

@@ -27,13 +27,43 @@ constexpr const char* FILE_NAME = "platform/linux/ipc/connection";
 alignas(16) std::array<std::uint8_t, MAX_FRAME_SIZE> packet_buffer;
 
 /// A control message of one descriptor.
-union Control {
-    cmsghdr header;
-    std::array<char, CMSG_SPACE(sizeof(int))> octets;
+struct alignas(cmsghdr) Control {
+    std::array<char, CMSG_SPACE(sizeof(int))> octets{};
 };
 
 iovec io(const void* data, std::size_t size) noexcept {
     return {const_cast<void*>(data), size};  // NOLINT: sendmsg() does not write to it
+}
+
+/// Sends one packet, with the descriptor if it is one. Below 0: errno.
+ssize_t send_parts(int socket, std::span<iovec> parts, int fd) noexcept {
+    std::array<char, 1024> small;  // NOLINT: a packet, once it is copied
+    std::size_t size = 0;
+    for (const iovec& part : parts) {
+        if (part.iov_len > small.size() - size) {
+            size = small.size();
+            break;
+        }
+        std::copy_n(static_cast<const char*>(part.iov_base), part.iov_len, small.data() + size);
+        size += part.iov_len;
+    }
+    if (fd < 0 && size < small.size()) {  // less work for the kernel than a packet in pieces
+        return ::send(socket, small.data(), size, MSG_NOSIGNAL | MSG_DONTWAIT);
+    }
+    msghdr message{};
+    message.msg_iov = parts.data();
+    message.msg_iovlen = parts.size();
+    Control control;
+    if (fd >= 0) {
+        message.msg_control = control.octets.data();
+        message.msg_controllen = CMSG_LEN(sizeof fd);
+        cmsghdr* const header = CMSG_FIRSTHDR(&message);
+        header->cmsg_level = SOL_SOCKET;
+        header->cmsg_type = SCM_RIGHTS;
+        header->cmsg_len = CMSG_LEN(sizeof fd);
+        std::memcpy(CMSG_DATA(header), &fd, sizeof fd);
+    }
+    return ::sendmsg(socket, &message, MSG_NOSIGNAL | MSG_DONTWAIT);
 }
 
 std::int32_t peer_pid(int socket) noexcept {
@@ -93,23 +123,10 @@ int Connection::send(Outgoing& outgoing) noexcept {
             return -errno;
         }
     }
-    auto header = frame.header();
+    const auto header = frame.header();
     std::array parts = {io(header.data(), header.size()), io(frame.data, frame.inline_size()),
                         io(frame.name.data(), frame.name.size())};
-    msghdr message{};
-    message.msg_iov = parts.data();
-    message.msg_iovlen = parts.size();
-    Control control{};
-    if (frame.large()) {
-        message.msg_control = &control;
-        message.msg_controllen = CMSG_LEN(sizeof(int));
-        control.header.cmsg_level = SOL_SOCKET;
-        control.header.cmsg_type = SCM_RIGHTS;
-        control.header.cmsg_len = CMSG_LEN(sizeof(int));
-        const int fd = outgoing.large.get();
-        std::memcpy(CMSG_DATA(&control.header), &fd, sizeof fd);
-    }
-    if (::sendmsg(socket_.get(), &message, MSG_NOSIGNAL | MSG_DONTWAIT) < 0) {
+    if (send_parts(socket_.get(), parts, outgoing.large.get()) < 0) {
         // The kernel limits the descriptors in its queues, too.
         return errno == ETOOMANYREFS || errno == ENOBUFS ? -EAGAIN : -errno;
     }
@@ -152,21 +169,30 @@ bool Connection::refuse(const char* reason) noexcept {
 void Connection::read() noexcept {
     const auto self = shared_from_this();
     const auto endpoint = endpoint_.shared_from_this();
-    for (int i = 0; i < MESSAGES_PER_PASS && is_open(); ++i) {
-        if (!read_packet()) {
+    int packets = 0;
+    while (packets < MESSAGES_PER_PASS && is_open()) {
+        // To look for a second packet is a system call. Where there was none, the next passes do not.
+        if (packets == 1 && passes_to_skip_ > 0) {
+            --passes_to_skip_;
             return;
         }
+        if (!read_packet()) {
+            break;
+        }
+        ++packets;
     }
+    skipped_ = packets > 1 ? 0 : std::min(2 * skipped_ + 1, 15);
+    passes_to_skip_ = skipped_;
 }
 
 /// Returns whether there may be more.
 bool Connection::read_packet() noexcept {
-    Control control{};
+    Control control;
     iovec part = io(packet_buffer.data(), packet_buffer.size());
     msghdr message{};
     message.msg_iov = &part;
     message.msg_iovlen = 1;
-    message.msg_control = &control;
+    message.msg_control = control.octets.data();
     message.msg_controllen = CMSG_LEN(sizeof(int));  // CMSG_SPACE() has room for two
     const ssize_t length = ::recvmsg(socket_.get(), &message, MSG_DONTWAIT | MSG_CMSG_CLOEXEC);
     if (length < 0 && errno == ECONNRESET) {

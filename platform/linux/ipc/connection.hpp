@@ -63,6 +63,8 @@ private:
     bool sends_ = true;
     bool sent_data_ = false;
     bool waits_for_room_ = false;
+    int skipped_ = 0;  // passes that read one packet and did not look for a second, in a row
+    int passes_to_skip_ = 0;
     std::uint32_t handle_ = 0;
     std::uint32_t unconfirmed_ = 0;
     std::uint32_t to_confirm_ = 0;
