@@ -12,6 +12,7 @@
 
 #include "nuv/async/future_pool.hpp"
 #include "nuv/i_simple_fd_watch.hpp"
+#include "nuv/time/timer_error.hpp"
 #include "nuv_platform/clog.h"
 #include "nuv_platform/csock.h"
 #include "nuv_platform/fake/fake_platform.hpp"
@@ -225,6 +226,21 @@ TEST_F(MainloopTest, TheFirstRunReportsReadyEvenWhenFinished) {
     EXPECT_EQ(loop.daemonize(false, true), 0);
     EXPECT_EQ(loop.daemonize(false, true), 0) << "the time begins anew";
     EXPECT_EQ(fake.loop().armed_timers(), 2U);
+}
+
+TEST_F(MainloopTest, ATimerThatCannotBeStoppedNeitherThrowsNorFires) {
+    {
+        Mainloop loop("app", true, false);
+        fake.loop().fail_next("ctimer_unsetup_internal", -2);
+        EXPECT_EQ(loop.run(0ms), FOREVER);
+        EXPECT_EQ(fake.journal().back(), "daemon_ready()");
+        fake.clock().advance(20s);
+        EXPECT_EQ(csock_select_with_msecs(0), 0) << "the process has not exited";
+        fake.loop().fail_next("ctimer_unsetup_internal", -3);
+        EXPECT_THROW(loop.clear(), time::TimerError);
+        fake.loop().fail_next("ctimer_unsetup_internal", -4);
+    }
+    EXPECT_EQ(logged(), Lines{});
 }
 
 TEST_F(MainloopTest, ADaemonThatIsNotReadyAfter15SecondsExits) {
