@@ -38,15 +38,20 @@ function(nuv_pkg_config name description)
     configure_file(cmake/nuv.pc.in "${name}.pc" @ONLY)
     install(FILES "${CMAKE_CURRENT_BINARY_DIR}/${name}.pc" DESTINATION "${pc_dir}")
 endfunction()
+# nuv-platform-NAME.pc is a platform alone. A static library stands before the one that it calls, and
+# pkg-config keeps the order of what a package requires.
 function(nuv_platform_pkg_config name platform)
     set(platform_requires)
     if(platform STREQUAL "linux" AND NUV_USES_UBOOTENV AND NOT BUILD_SHARED_LIBS)
-        set(platform_requires " libubootenv")
+        set(platform_requires libubootenv)
     endif()
     list(TRANSFORM NUV_OPTIONAL_PLATFORM_CALLS PREPEND "-Wl,-u," OUTPUT_VARIABLE optional_calls)
     list(JOIN optional_calls " " optional_calls)
+    nuv_pkg_config(nuv-platform-${platform} "The platform ${platform} of nuv"
+        REQUIRES "${platform_requires}"
+        LIBS "-L\${libdir} ${optional_calls} -lnuv_platform_${platform}")
     nuv_pkg_config(${name} "${PROJECT_DESCRIPTION}, on the platform ${platform}"
-        REQUIRES "nuv-core${platform_requires}" LIBS "-L\${libdir} ${optional_calls} -lnuv_platform_${platform}")
+        REQUIRES "nuv-core nuv-platform-${platform}")
 endfunction()
 
 if(BUILD_SHARED_LIBS)
@@ -66,7 +71,8 @@ endif()
 
 install(FILES LICENSE README.md CHANGELOG.md ARCHITECTURE.md DESTINATION "${CMAKE_INSTALL_DOCDIR}")
 install(DIRECTORY docs examples DESTINATION "${CMAKE_INSTALL_DOCDIR}"
-        FILES_MATCHING PATTERN "*.md" PATTERN "*.cpp" PATTERN "*.hpp" PATTERN "*.pcap")
+        FILES_MATCHING PATTERN "*.md" PATTERN "*.cpp" PATTERN "*.hpp" PATTERN "*.pcap"
+        PATTERN "*.service")
 
 if(TARGET nuvctl)
     cmake_path(RELATIVE_PATH CMAKE_INSTALL_FULL_LIBDIR BASE_DIRECTORY "${CMAKE_INSTALL_FULL_BINDIR}"

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <signal.h>
 #include <sys/signalfd.h>
 #include <unistd.h>
-
-#include <csignal>
 
 #include "nuv/daemon.hpp"
 
@@ -16,8 +15,7 @@ struct SignalWatch final : nuv::daemon::ISimpleFDWatch {
 
     static int open() {
         sigset_t signals;
-        ::sigemptyset(&signals);
-        ::sigaddset(&signals, SIGTERM);
+        ::sigemptyset(&signals), ::sigaddset(&signals, SIGTERM);
         ::sigprocmask(SIG_BLOCK, &signals, nullptr);
         return ::signalfd(-1, &signals, SFD_CLOEXEC | SFD_NONBLOCK);
     }
@@ -33,18 +31,17 @@ struct MinimalDaemon {
         const auto commands = loop.create_aicmd_module("minimal", this);
         commands->add_command("STATUS", "show the counters", show_status);
         commands->start();
-        start_timer();
+        tick();
     }
-    void start_timer() {
-        timer.start(std::chrono::seconds(1), [this] { ++seconds, start_timer(); });
+    void tick() {
+        timer.start(std::chrono::seconds(1), [this] { ++seconds, tick(); });
     }
     static void on_greeting(nuvipc*, const char*, void*, unsigned, void* ctx) {
         ++static_cast<MinimalDaemon*>(ctx)->greetings;
     }
     static int show_status(aicmd_session* session, int, char**) {
         const auto* const self = static_cast<MinimalDaemon*>(aicmd_session_ctx(session));
-        aicmd_printf(session, "%u s, %u greetings\n", self->seconds, self->greetings);
-        return 0;
+        return aicmd_printf(session, "%u s, %u greetings\n", self->seconds, self->greetings) < 0;
     }
     nuv::daemon::Mainloop loop{"minimal", true, false};
     nuv::time::Timer timer;

@@ -19,9 +19,9 @@
 namespace nuv::platform {
 
 FakeCommands::FakeCommands(std::vector<std::string>& shared_journal, FakeLoop& loop)
-    : FakeService(shared_journal, {"aicmd_listen_start", "aicmd_register_library",
-                                   "aicmd_unregister_library", "aicmd_module_set_ctx",
-                                   "aicmd_connect"}),
+    : FakeService(shared_journal,
+                  {"aicmd_listen_start", "aicmd_register_library", "aicmd_unregister_library",
+                   "aicmd_module_set_ctx", "aicmd_connect"}),
       loop_(loop),
       server_(std::make_unique<CommandServer>(loop.loop())) {}
 
@@ -106,10 +106,9 @@ int aicmd_listen_start(nuvipc* ipc, aicmd_listener* listener, unsigned zero1, un
     if (node == nullptr) {
         return -ENODEV;
     }
-    if (const auto refusal =
-            noted(node->commands(), __func__, endpoint ? endpoint->name.c_str() : nullptr,
-                  listener != nullptr ? listener->name : nullptr, zero1, zero2, zero3, zero4,
-                  zero5)) {
+    if (const auto refusal = noted(
+            node->commands(), __func__, endpoint ? endpoint->name.c_str() : nullptr,
+            listener != nullptr ? listener->name : nullptr, zero1, zero2, zero3, zero4, zero5)) {
         return *refusal;
     }
     if (endpoint == nullptr || !CommandListener::valid(listener)) {

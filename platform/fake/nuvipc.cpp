@@ -144,8 +144,7 @@ using nuv::platform::find_endpoint;
 using nuv::platform::living;
 using nuv::platform::refused;
 
-int nuvipc::take(const nuvipc& sender, std::string_view event, const void* data,
-                 std::size_t size) {
+int nuvipc::take(const nuvipc& sender, std::string_view event, const void* data, std::size_t size) {
     std::size_t buffered = 0;
     std::size_t large = 0;
     for (const Message& message : queue) {

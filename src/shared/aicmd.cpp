@@ -13,8 +13,7 @@ Aicmd::Aicmd(std::shared_ptr<nuvipc> ipc, std::string name)
                 {"SLABDUMP", aicmd_slabdump, "show slab allocation"},
                 {"SLABSHOW", aicmd_slabshow, "show slab information"},
                 {"QUIT", aicmd_quit, "disconnect"}},
-      listener_{
-          name_.c_str(), commands_.data(), static_cast<std::uint32_t>(commands_.size()), {}} {
+      listener_{name_.c_str(), commands_.data(), static_cast<std::uint32_t>(commands_.size()), {}} {
     if (ipc_ == nullptr) {
         return;
     }

@@ -37,8 +37,7 @@ bool AicmdModule::start() {
     for (const Command& command : commands_) {
         table_.push_back({command.command.c_str(), command.handler, command.help.c_str()});
     }
-    library_ = {
-        name_.c_str(), table_.data(), static_cast<std::uint32_t>(table_.size()), {}};
+    library_ = {name_.c_str(), table_.data(), static_cast<std::uint32_t>(table_.size()), {}};
     if (aicmd_register_library(&library_) != 0) {
         return false;
     }

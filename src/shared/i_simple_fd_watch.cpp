@@ -15,9 +15,9 @@ int trampoline(int /*fd*/, void* ctx) noexcept {
 }  // namespace
 
 std::uint32_t ISimpleFDWatch::add_to_csock_impl() {
-    const std::uint32_t handle = csock_add_fd(
-        get_fd(), get_watch_name().c_str(), trampoline<&ISimpleFDWatch::on_readable>,
-        trampoline<&ISimpleFDWatch::on_writable>, nullptr, nullptr, 0, this);
+    const std::uint32_t handle =
+        csock_add_fd(get_fd(), get_watch_name().c_str(), trampoline<&ISimpleFDWatch::on_readable>,
+                     trampoline<&ISimpleFDWatch::on_writable>, nullptr, nullptr, 0, this);
     csock_fd_blocking(handle);
     return handle;
 }

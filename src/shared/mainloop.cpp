@@ -129,7 +129,8 @@ std::chrono::milliseconds Mainloop::run(std::chrono::milliseconds timeout) {
     // Deliberate: a finished loop reports ready, too. Otherwise the process that waits for the daemon
     // would see it fail.
     if (start_timer_.is_running()) {
-        start_timer_.stop();
+        std::error_code ignored;  // the callback is gone in any case, and the next run tries again
+        start_timer_.stop(ignored);
         daemon_ready();
     }
     if (finished()) {
@@ -179,6 +180,7 @@ void Mainloop::clear() {
 }
 
 bool Mainloop::add_watch(std::shared_ptr<IWatchBase> watch) {
+    // Deliberate: the list says what was added; a refused registration changes neither it nor the result.
     watch->add_to_csock();
     watches_.push_back(std::move(watch));
     return true;

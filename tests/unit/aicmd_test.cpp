@@ -141,8 +141,8 @@ TEST_F(AicmdTest, AModuleThatCannotBeStoppedIsLogged) {
 
 TEST_F(AicmdTest, AHandlerMayRemoveItsModule) {
     listen();
-    aicmd->create_module("m", aicmd.get())->add_command(
-        "BYE", "remove", [](aicmd_session* session, int, char** argv) {
+    aicmd->create_module("m", aicmd.get())
+        ->add_command("BYE", "remove", [](aicmd_session* session, int, char** argv) {
             EXPECT_TRUE(static_cast<Aicmd*>(aicmd_session_ctx(session))->remove_module("m"));
             aicmd_printf(session, "%s\n", argv[0]);
             return 0;

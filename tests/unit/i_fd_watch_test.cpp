@@ -99,12 +99,12 @@ TEST_F(IFDWatchTest, LeavesTheLoopOnce) {
         watch.remove_from_csock();
         watch.add_to_csock();
     }
-    EXPECT_EQ(calls(), (Lines{R"(csock_add_fd(fd, "w", *, *, NULL, NULL, 0, *))",
-                              R"(csock_fd_blocking("w"))", R"(csock_remove_fd("w"))",
-                              R"(csock_add_fd(fd, "w", *, *, NULL, NULL, 0, *))",
-                              R"(csock_fd_blocking("w"))", R"(csock_remove_fd("w"))",
-                              R"(csock_add_fd(fd, "w", *, *, NULL, NULL, 0, *))",
-                              "csock_fd_blocking(NULL)"}));
+    EXPECT_EQ(
+        calls(),
+        (Lines{R"(csock_add_fd(fd, "w", *, *, NULL, NULL, 0, *))", R"(csock_fd_blocking("w"))",
+               R"(csock_remove_fd("w"))", R"(csock_add_fd(fd, "w", *, *, NULL, NULL, 0, *))",
+               R"(csock_fd_blocking("w"))", R"(csock_remove_fd("w"))",
+               R"(csock_add_fd(fd, "w", *, *, NULL, NULL, 0, *))", "csock_fd_blocking(NULL)"}));
 }
 
 TEST_F(IFDWatchTest, AHandlerMayDestroyItsWatch) {

@@ -12,6 +12,7 @@
 
 #include "nuv/async/future_pool.hpp"
 #include "nuv/i_simple_fd_watch.hpp"
+#include "nuv/time/timer_error.hpp"
 #include "nuv_platform/clog.h"
 #include "nuv_platform/csock.h"
 #include "nuv_platform/fake/fake_platform.hpp"
@@ -173,8 +174,8 @@ TEST_F(MainloopTest, EachFailureInConstructionLeavesNothingBehind) {
     for (const auto& row : rows) {
         SCOPED_TRACE(row.call);
         row.service.fail_next(row.call, row.result);
-        const std::string thrown = test::message_of<std::runtime_error>(
-            [] { const Mainloop loop("app", true, false); });
+        const std::string thrown =
+            test::message_of<std::runtime_error>([] { const Mainloop loop("app", true, false); });
         EXPECT_EQ(thrown, row.throws ? row.text : "");
         EXPECT_EQ(logged(), row.throws ? Lines{} : Lines{row.text});
         const Lines journal = calls();
@@ -214,8 +215,8 @@ TEST_F(MainloopTest, TheFirstRunReportsReadyEvenWhenFinished) {
         EXPECT_EQ(calls(), (Lines{"ctimer_unsetup_internal(*, 2)", "daemon_ready()"}));
         loop.run(0ms);
         EXPECT_EQ(calls(), Lines{});
-        EXPECT_EQ(logged(), finished ? Lines(2, "Attempting to run a finished mainloop, ignore")
-                                     : Lines{});
+        EXPECT_EQ(logged(),
+                  finished ? Lines(2, "Attempting to run a finished mainloop, ignore") : Lines{});
     }
     Mainloop loop("app", false, false);
     fake.daemon().fail_next("daemon_start", -7);
@@ -225,6 +226,21 @@ TEST_F(MainloopTest, TheFirstRunReportsReadyEvenWhenFinished) {
     EXPECT_EQ(loop.daemonize(false, true), 0);
     EXPECT_EQ(loop.daemonize(false, true), 0) << "the time begins anew";
     EXPECT_EQ(fake.loop().armed_timers(), 2U);
+}
+
+TEST_F(MainloopTest, ATimerThatCannotBeStoppedNeitherThrowsNorFires) {
+    {
+        Mainloop loop("app", true, false);
+        fake.loop().fail_next("ctimer_unsetup_internal", -2);
+        EXPECT_EQ(loop.run(0ms), FOREVER);
+        EXPECT_EQ(fake.journal().back(), "daemon_ready()");
+        fake.clock().advance(20s);
+        EXPECT_EQ(csock_select_with_msecs(0), 0) << "the process has not exited";
+        fake.loop().fail_next("ctimer_unsetup_internal", -3);
+        EXPECT_THROW(loop.clear(), time::TimerError);
+        fake.loop().fail_next("ctimer_unsetup_internal", -4);
+    }
+    EXPECT_EQ(logged(), Lines{});
 }
 
 TEST_F(MainloopTest, ADaemonThatIsNotReadyAfter15SecondsExits) {
@@ -372,16 +388,18 @@ TEST_F(MainloopTest, SendsAndReceivesMessagesAndEvents) {
         EXPECT_FALSE(loop->send_nuvipc_message("no\"body", R"(te\xt)"));
         fake.ipc().fail_next("nuvipc_event_send", -EAGAIN);
         EXPECT_FALSE(loop->send_nuvipc_event("e\\", nullptr, 0));
-        EXPECT_EQ(logged(), (Lines{R"(Failed to send nuvipc message "te\\xt" to destination )"
-                                   R"("no\"body")",
-                                   R"(Failed to send nuvipc event "e\\" with parameter of size 0)"}));
+        EXPECT_EQ(logged(),
+                  (Lines{R"(Failed to send nuvipc message "te\\xt" to destination )"
+                         R"("no\"body")",
+                         R"(Failed to send nuvipc event "e\\" with parameter of size 0)"}));
         if (!managed) {
             nuvipc_msg_send(peer, "app", "with", 5);
             nuvipc_msg_send(peer, "app", "without", 7);
             nuvipc_msg_send(peer, "app", nullptr, 0);
             pass();
-            EXPECT_EQ(logged(), (Lines{"msg receive from=peer: with", "msg receive from=peer: without",
-                                       "msg receive from=peer: "}));
+            EXPECT_EQ(logged(),
+                      (Lines{"msg receive from=peer: with", "msg receive from=peer: without",
+                             "msg receive from=peer: "}));
         }
         nuvipc_destroy(peer);
         loop.reset();

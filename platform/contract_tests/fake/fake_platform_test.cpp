@@ -67,7 +67,7 @@ TEST_F(FakePlatformTest, ReceiversThatAreNotRunFillUp) {
     const struct {
         unsigned size;
         int messages;
-    } rows[] = {{0, 278},    {64, 278},     {1024, 93},           {16384, 11},
+    } rows[] = {{0, 278},   {64, 278},    {1024, 93},          {16384, 11},
                 {65536, 4}, {65537, 511}, {NUVIPC_MAX_SIZE, 2}};
     ASSERT_EQ(csock_init(), 0);
     nuvipc* const sender = nuvipc_create("sender");
