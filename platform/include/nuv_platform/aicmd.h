@@ -15,6 +15,9 @@
  * 4,096 octets with it. Words are separated by blanks and tabs; double quotes group, and inside them a
  * backslash takes the next octet as it is. The server answers with lines of text, and then one line
  * "OK", or "ERROR" and a blank and a text. There is no prompt. An empty line is answered with "OK".
+ * Lines that the client sends ahead wait until it has the answers to those before. After its end of
+ * input it gets the answers that it is owed, and then the end of file. A listener has at most eight
+ * sessions; the next client reads "ERROR too many sessions" and the end of file.
  * On Linux the server is the stream socket NAME.cmd beside the endpoint's own, for the same users.
  *
  * The first word says the command, in any case. Those of the listener come first, then those of the
@@ -79,8 +82,8 @@ NUV_PLATFORM_EXPORT int aicmd_module_set_ctx(aicmd_library* library, const char*
  *  blocking; the caller closes it. < 0: as nuvipc_msg_send(). */
 NUV_PLATFORM_EXPORT int aicmd_connect(const char* endpoint);
 
-/** Writes text to the client. What it does not read waits in at most 1 MiB. Returns the length; < 0: the
- *  session is gone. */
+/** Writes text to the client. What it does not read waits in at most 1 MiB; beyond that the session is
+ *  cut. Returns the length; < 0: the session is gone. */
 NUV_PLATFORM_EXPORT int aicmd_printf(aicmd_session* session, const char* fmt, ...)
     __attribute__((format(printf, 2, 3)));
 /** The context of the library whose handler runs, else NULL. */

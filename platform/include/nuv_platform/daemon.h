@@ -31,7 +31,7 @@ extern "C" {
  * |--------|-------------------------------------------------------------|
  * | 0      | this is the daemon                                          |
  * | < 0    | the negated errno of what failed; nothing has changed.      |
- * |        | `-EALREADY`: it was called before, and nobody was answered  |
+ * |        | `-EALREADY`: the answer to an earlier call is still awaited |
  */
 NUV_PLATFORM_EXPORT int daemon_start(int a, int b);
 
