@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // The first octet is the max-consume-length with which the rest is read as a beacon report.
 #include "fuzz/invariant.hpp"
-#include "nuv/ieee802_11/ieee802_11_beacon_report.hpp"
 #include "tests/support/codec_checks.hpp"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {

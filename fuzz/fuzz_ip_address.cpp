@@ -1,10 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
 // The input is a text that may be an IP address or a prefixed one.
-#include <cstdio>
-#include <memory>
-#include <stdexcept>
-#include <string>
-
 #include "fuzz/invariant.hpp"
 #include "nuv/prefixed_ip_address.hpp"
 #include "tests/support/ip_texts.hpp"

@@ -1,8 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
 // The input is a document that may describe a frame: what `nuvctl encode` reads.
-#include <sstream>
-#include <string>
-
 #include "fuzz/invariant.hpp"
 #include "nuv/serialization_exception.hpp"
 #include "tools/nuvctl/frames/action_frame.hpp"

@@ -1,8 +1,18 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+// What nearly every fuzz target includes.
+
+#include <algorithm>
+#include <cstdint>
+#include <cstdio>
 #include <cstdlib>
 #include <iostream>
+#include <memory>
+#include <optional>
+#include <sstream>
+#include <stdexcept>
+#include <string>
 #include <string_view>
 
 namespace nuv::fuzz {

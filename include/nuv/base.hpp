@@ -11,4 +11,5 @@
 #include "nuv/printable.hpp"
 #include "nuv/small_set.hpp"
 #include "nuv/small_vector.hpp"
+#include "nuv/text_argument.hpp"
 #include "nuv/version.hpp"

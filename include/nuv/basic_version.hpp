@@ -12,6 +12,7 @@
 #include <string_view>
 
 #include "nuv/export.hpp"
+#include "nuv/text_argument.hpp"
 
 namespace nuv {
 
@@ -26,7 +27,7 @@ public:
     /// Throws std::invalid_argument unless there are one to four.
     BasicVersion(std::initializer_list<std::uint16_t> components);
     /// Throws std::invalid_argument when parse_string() would refuse `text`.
-    explicit BasicVersion(std::string_view text);
+    explicit BasicVersion(TextArgument text);
 
     std::size_t num_components() const noexcept { return size_; }
     /// 0 for an index that it does not have.
@@ -36,7 +37,7 @@ public:
 
     /// Reads "1.2.3": decimal numbers up to 65535 of digits only. Returns false, and stays what it
     /// was, for anything else.
-    bool parse_string(std::string_view text) noexcept;
+    bool parse_string(TextArgument text) noexcept;
     std::string to_string() const;
 
     bool operator==(const BasicVersion& other) const noexcept {

@@ -24,7 +24,8 @@ using serialization::BinarySerializable;
 using serialization::SerializationContext;
 
 /// Writes `size` octets in one stream-buffer operation. Throws SerializationException(`failure`) if
-/// the stream then has its bad or fail bit set; end-of-file alone is no failure.
+/// the stream then has its bad or fail bit set; end-of-file alone is no failure and does not keep it
+/// from writing. What the stream is set to throw is not thrown, here and below.
 NUV_EXPORT void write_octets(std::ostream& os, const std::uint8_t* octets, std::size_t size,
                              const char* failure);
 
@@ -223,8 +224,9 @@ concept ListOfSerializable =
 namespace nuv::serialization {
 
 /// The binary codec of a value type: `serialize(os, ctx, value)` and `deserialize(is, ctx, value)`.
-/// Both throw SerializationException if the stream fails. Every codec of a value of fixed size is
-/// one stream-buffer operation on the whole value.
+/// Both throw SerializationException if the stream fails, also a stream that is set to throw
+/// (std::ios::exceptions()). Every codec of a value of fixed size is one stream-buffer operation on
+/// the whole value.
 template <class T, class Enable = void>
 struct BinarySerializableType;
 
@@ -284,8 +286,8 @@ struct BinarySerializableType<std::string> {
                                                     std::string& value);
 };
 
-/// String streams: what is left to read in the stream's buffer, which this consumes; nothing left
-/// writes nothing. Reading one throws.
+/// String streams: what is left to read in the stream's buffer, in one operation; as much of it as
+/// could be written is consumed. Nothing left writes nothing. Reading one throws.
 template <>
 struct BinarySerializableType<std::stringstream> {
     NUV_EXPORT static void serialize(std::ostream& os, SerializationContext& ctx,

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <iosfwd>
+#include <string>
 
 #include "nuv/channel_types.hpp"
 #include "nuv/dynamic_value.hpp"
@@ -19,7 +20,8 @@ namespace nuv {
 /// JSON: {"channel":36,"frequency":5180000,"config_flags":null,"max_regulatory_power":null}, the
 /// frequency in kHz, the flags a list of texts, the power in whole dBm. Reading keeps the channel,
 /// the frequency (which without one follows from the channel, 2.4 GHz below 36 and 5 GHz from
-/// there on) and whether the flags were set; everything else is cleared.
+/// there on) and whether the flags were set; everything else is cleared. Capabilities, state flags,
+/// noise and utilization are not written.
 class NUV_EXPORT ChannelEntry : public serialization::JSONSerializable {
 public:
     using StateFlags = DynamicValue<ChannelStateBits, LastChangedStrategy>;
@@ -81,6 +83,10 @@ public:
     /// By frequency alone.
     bool operator<(const ChannelEntry& other) const { return frequency_ < other.frequency_; }
 
+    /// " 36 | 5180000 kHz | 20 | 0000000111 | 00000 | 00 | -110 | 0": channel, frequency, power,
+    /// the three sets of flags, highest bit first, noise in dBm, utilisation.
+    std::string to_string() const;
+
     void serialize_impl(serialization::YAJLStream& stream,
                         serialization::SerializationContext& ctx) const override;
     void deserialize_impl(serialization::YAJLNode& node,
@@ -103,8 +109,7 @@ private:
     Measurement channel_utilization_;
 };
 
-/// " 36 | 5180000 kHz | 20 | 0000000111 | 00000 | 00 | -110 | 0": channel, frequency, power, the
-/// three sets of flags, highest bit first, noise in dBm, utilisation.
+/// Writes the text form. The stream's width, fill and flags neither matter nor change.
 NUV_EXPORT std::ostream& operator<<(std::ostream& os, const ChannelEntry& entry);
 
 }  // namespace nuv

@@ -3,6 +3,7 @@
 
 #include <bitset>
 #include <iosfwd>
+#include <string>
 
 #include "nuv/channel_types.hpp"
 #include "nuv/dynamic_value.hpp"
@@ -71,6 +72,9 @@ public:
     bool equivalent_to(const ChannelInfo& other) const;
     bool operator==(const ChannelInfo& other) const;
 
+    /// For logs; what was never set is "---".
+    std::string to_string() const;
+
     void serialize_impl(serialization::YAJLStream& stream,
                         serialization::SerializationContext& ctx) const override;
     void deserialize_impl(serialization::YAJLNode& node,
@@ -87,7 +91,7 @@ private:
     Power max_regulatory_power_;
 };
 
-/// For logs; what was never set is "---".
+/// Writes the text form. The stream's width, fill and flags neither matter nor change.
 NUV_EXPORT std::ostream& operator<<(std::ostream& os, const ChannelInfo& info);
 
 /// Centre of the part of the segment that is `width` wide and holds the primary channel. Throws

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <iosfwd>
+#include <string>
 #include <vector>
 
 #include "nuv/channel_entry.hpp"
@@ -61,6 +62,9 @@ public:
     /// By the frequencies, a list before those that continue it.
     bool operator<(const ChannelList& other) const { return channels_ < other.channels_; }
 
+    /// A line for each entry.
+    std::string to_string() const;
+
     /// Band of the first entry, the invalid band for an empty list. Logs a warning when the entries
     /// lie in several.
     DetailedFrequencyBand get_detailed_frequency_band() const;
@@ -81,7 +85,7 @@ private:
     UpdateType update_type_ = UpdateType::COMPLETE;
 };
 
-/// A line for each entry.
+/// Writes the text form. The stream's width, fill and flags neither matter nor change.
 NUV_EXPORT std::ostream& operator<<(std::ostream& os, const ChannelList& list);
 
 }  // namespace nuv

@@ -20,6 +20,7 @@
 #include "nuv/ip_address.hpp"
 #include "nuv/json_serializable.hpp"
 #include "nuv/mac_address.hpp"
+#include "nuv/text_argument.hpp"
 
 /// @file
 /// The identifiers by which neighbours know a device and its ports: IEEE 802.1AB (LLDP), 8.5.2 and
@@ -81,10 +82,10 @@ public:
     /// Throws std::invalid_argument unless they are well formed.
     LLDPIdentifier(Subtype subtype, std::span<const std::uint8_t> octets);
     /// Throws std::invalid_argument when parse_string() would refuse `text`.
-    explicit LLDPIdentifier(std::string_view text);
-    /// Throws std::invalid_argument unless `value` is the text of that subtype's octets, which is
-    /// what stands behind the "=".
-    static LLDPIdentifier of_value_text(Subtype subtype, std::string_view value);
+    explicit LLDPIdentifier(TextArgument text);
+    /// Throws std::invalid_argument unless `value` is the text of that subtype's octets, which
+    /// stands behind the "="; here a blank may stand for itself.
+    static LLDPIdentifier of_value_text(Subtype subtype, TextArgument value);
 
     static LLDPIdentifier of_mac_address(const MACAddress& address);
     static LLDPIdentifier of_network_address(const IPAddress& address);
@@ -100,7 +101,7 @@ public:
     std::string to_string() const;
     std::string value_to_string() const;
     /// Returns false, and stays what it was, for anything but the text form.
-    bool parse_string(std::string_view text);
+    bool parse_string(TextArgument text);
 
     bool operator==(const LLDPIdentifier& other) const noexcept {
         return subtype_ == other.subtype_ && octets_ == other.octets_;
@@ -132,7 +133,8 @@ NUV_EXPORT std::ostream& operator<<(std::ostream& os, const PortID& id);
 ///
 /// Text: "macAddress=02:00:00:00:00:01 interfaceName=wlan0", chassis first. Binary form: the two
 /// TLVs with which every LLDPDU begins. JSON: an object of "chassis_id_subtype", "chassis_id",
-/// "port_id_subtype" and "port_id", the identifiers without their subtype.
+/// "port_id_subtype" and "port_id", the identifiers without their subtype; a blank that is read there
+/// stands for itself.
 class NUV_EXPORT DeviceID : public serialization::BinarySerializable,
                             public serialization::JSONSerializable {
 public:
@@ -140,14 +142,14 @@ public:
     DeviceID(const ChassisID& chassis_id, const PortID& port_id)
         : chassis_id_(chassis_id), port_id_(port_id) {}
     /// Throws std::invalid_argument when parse_string() would refuse `text`.
-    explicit DeviceID(std::string_view text);
+    explicit DeviceID(TextArgument text);
 
     const ChassisID& get_chassis_id() const noexcept { return chassis_id_; }
     const PortID& get_port_id() const noexcept { return port_id_; }
 
     std::string to_string() const;
     /// Returns false, and stays what it was, for anything but the text form.
-    bool parse_string(std::string_view text);
+    bool parse_string(TextArgument text);
 
     bool operator==(const DeviceID& other) const noexcept {
         return chassis_id_ == other.chassis_id_ && port_id_ == other.port_id_;

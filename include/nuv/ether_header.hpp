@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <compare>
 #include <cstdint>
 #include <iosfwd>
 
@@ -10,7 +11,8 @@
 namespace nuv {
 
 /// The header of an Ethernet II frame (IEEE 802.3-2018, 3.2.6). The ethertype is kept in host byte
-/// order, exactly as given: whoever puts it on the wire swaps it.
+/// order, exactly as given: whoever puts it on the wire swaps it. Ordered by destination, source,
+/// ethertype.
 class NUV_EXPORT EtherHeader {
 public:
     explicit EtherHeader(std::uint16_t ethertype) noexcept : ethertype_(ethertype) {}
@@ -27,6 +29,7 @@ public:
 
     void swap(EtherHeader& other) noexcept;
     bool operator==(const EtherHeader&) const = default;
+    std::strong_ordering operator<=>(const EtherHeader& other) const noexcept;
 
 private:
     MACAddress dest_addr_;

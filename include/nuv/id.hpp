@@ -8,20 +8,21 @@
 #include <string_view>
 
 #include "nuv/export.hpp"
+#include "nuv/text_argument.hpp"
 
 namespace nuv {
 
-/// A name that something is found under: any text but the empty one, which only a moved-from ID
-/// is. Ordered by bytes.
+/// A name that something is found under: any text. Deliberate: except the empty one, which finds
+/// nothing; only a moved-from ID is empty. Ordered by bytes.
 class NUV_EXPORT ID {
 public:
     static constexpr std::string_view TYPE_NAME = "ID";
 
     /// Throws std::invalid_argument if `text` is empty.
-    explicit ID(std::string_view text);
+    explicit ID(TextArgument text);
 
     /// Returns false, and stays what it was, if `text` is empty.
-    bool parse_string(std::string_view text);
+    bool parse_string(TextArgument text);
     const std::string& to_string() const noexcept { return text_; }
 
     bool operator==(const ID&) const = default;

@@ -13,6 +13,7 @@
 #include "nuv/ieee802_11/ieee802_11_eht_operation.hpp"
 #include "nuv/ieee802_11/ieee802_11_element.hpp"
 #include "nuv/ieee802_11/ieee802_11_element_base.hpp"
+#include "nuv/ieee802_11/ieee802_11_element_fields.hpp"
 #include "nuv/ieee802_11/ieee802_11_element_id.hpp"
 #include "nuv/ieee802_11/ieee802_11_element_sequence.hpp"
 #include "nuv/ieee802_11/ieee802_11_extended_supported_rates_bss_membership_selector.hpp"

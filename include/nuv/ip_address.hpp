@@ -18,12 +18,14 @@
 
 #include "nuv/export.hpp"
 #include "nuv/serialization_context.hpp"
+#include "nuv/text_argument.hpp"
 
 namespace nuv {
 
 namespace serialization {
 class YAJLNode;
-}
+class YAJLStream;
+}  // namespace serialization
 
 /// An IP address of either version: octets in network order.
 ///
@@ -68,7 +70,7 @@ public:
     virtual std::string to_string() const = 0;
     /// Replaces the octets by what `text` says. Throws std::invalid_argument, and then changes
     /// nothing.
-    virtual void from_string(std::string_view text) = 0;
+    virtual void from_string(TextArgument text) = 0;
 
     /// Throw std::bad_cast if `other` is of the other version.
     virtual bool is_equal(const IPAddress& other) const = 0;
@@ -80,7 +82,7 @@ public:
 
     /// Three dots and no colon are read as IPv4; two to seven colons, with three dots or none, as
     /// IPv6. Throws std::invalid_argument for every other text, and what from_string() throws.
-    static std::unique_ptr<IPAddress> guess_version_and_parse(std::string_view text);
+    static std::unique_ptr<IPAddress> guess_version_and_parse(TextArgument text);
 
 protected:
     constexpr IPAddress() = default;
@@ -104,6 +106,19 @@ NUV_EXPORT std::ostream& operator<<(std::ostream& os, const IPAddress& address);
 /// SerializationException.
 NUV_EXPORT std::unique_ptr<IPAddress> create_ip_address(serialization::YAJLNode& node,
                                                         serialization::SerializationContext& ctx);
+
+/// Writes `address` as two members of the object that is open: {"version":"V4","value":"1.2.3.4"},
+/// the text of the value with `suffix` behind it. Throws SerializationException.
+NUV_EXPORT void serialize_ip_address(serialization::YAJLStream& stream,
+                                     serialization::SerializationContext& ctx,
+                                     const IPAddress& address, std::string_view suffix = {});
+/// Reads these members of `node`. Throws SerializationException.
+NUV_EXPORT std::unique_ptr<IPAddress> deserialize_ip_address(
+    serialization::YAJLNode& node, serialization::SerializationContext& ctx);
+/// The same where more than an address stands in the value: `value` is its text, and the address the
+/// unspecified one of its version.
+NUV_EXPORT std::unique_ptr<IPAddress> deserialize_ip_address(
+    serialization::YAJLNode& node, serialization::SerializationContext& ctx, std::string& value);
 
 namespace impl {
 

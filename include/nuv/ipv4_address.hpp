@@ -10,6 +10,7 @@
 
 #include "nuv/export.hpp"
 #include "nuv/ip_address.hpp"
+#include "nuv/text_argument.hpp"
 
 namespace nuv {
 
@@ -28,7 +29,7 @@ public:
     explicit IPv4Address(std::span<const std::byte> bytes);
     explicit IPv4Address(std::span<const std::uint8_t> octets);
     /// Throws as from_string() does.
-    explicit IPv4Address(std::string_view text);
+    explicit IPv4Address(TextArgument text);
 
     /// In host order.
     std::uint32_t to_uint() const noexcept;
@@ -49,7 +50,7 @@ public:
     /// Reads at most 15 characters as a scan of four numbers joined by "." reads them: each of up
     /// to three characters, a sign and leading zeros included, and blanks before each and at the
     /// end.
-    void from_string(std::string_view text) override;
+    void from_string(TextArgument text) override;
 };
 
 }  // namespace nuv

@@ -11,6 +11,7 @@
 
 #include "nuv/export.hpp"
 #include "nuv/ip_address.hpp"
+#include "nuv/text_argument.hpp"
 
 namespace nuv {
 
@@ -29,7 +30,7 @@ public:
     explicit IPv6Address(std::span<const std::byte> bytes);
     explicit IPv6Address(std::span<const std::uint8_t> octets);
     /// Throws as from_string() does.
-    explicit IPv6Address(std::string_view text);
+    explicit IPv6Address(TextArgument text);
 
     Segments to_segments() const noexcept;
 
@@ -52,7 +53,7 @@ public:
     /// segments, where a "::" at either end of the text counts as two. A segment is read as a scan
     /// of a hexadecimal number reads it: up to four characters, a sign and "0x" included, blanks
     /// around them.
-    void from_string(std::string_view text) override;
+    void from_string(TextArgument text) override;
 };
 
 }  // namespace nuv

@@ -18,9 +18,9 @@ class YAJLStream;
 ///     static void deserialize(YAJLNode&, SerializationContext&, const std::string& key, T&);
 ///
 /// serialize() writes one value. deserialize() reads the member `key` of the object `node`, or the
-/// node itself when `key` is empty (elements of an array), and leaves the target as it is when it
-/// fails. Both throw SerializationException. The codecs of numbers, texts, enumerations, objects and
-/// lists are in json_serializable_type.hpp.
+/// node itself when `key` is empty (elements of an array). When it fails, an object may be partly
+/// replaced; every other target keeps its value. Both throw SerializationException. The codecs of
+/// numbers, texts, enumerations, objects and lists are in json_serializable_type.hpp.
 template <typename T>
 struct JSONSerializableType;
 

@@ -61,8 +61,8 @@ using serialization::YAJLStream;
 /// The same for a member of which `text` was read, which is none of its texts.
 [[noreturn]] NUV_EXPORT void throw_json_text_unknown(std::string_view type, const std::string& key,
                                                      const std::string& text);
-/// Throws what `inner`, from reading an object in an array, means for the array.
-[[noreturn]] NUV_EXPORT void throw_json_element_failed(const SerializationException& inner);
+/// Throws what the exception at hand, from reading an object in an array, means for the array.
+[[noreturn]] NUV_EXPORT void rethrow_json_element_failure();
 
 NUV_EXPORT void write_json_object(YAJLStream& stream, SerializationContext& ctx,
                                   const JSONSerializable& value);
@@ -195,7 +195,8 @@ struct JSONSerializableType<T> {
     }
 };
 
-/// One JSON array of objects or of strings, in order.
+/// One JSON array of objects or of strings, in order. Whatever is wrong with an object is one
+/// SerializationException, std::invalid_argument included; only that of a MAC address passes through.
 template <typename T>
 requires std::derived_from<T, JSONSerializable> || std::same_as<T, std::string>
 struct JSONSerializableType<std::vector<T>> {
@@ -240,9 +241,9 @@ private:
 
     static void read_element(YAJLNode& element, SerializationContext& ctx, T& value) try {
         JSONSerializableType<T>::deserialize(element, ctx, {}, value);
-    } catch (const SerializationException& inner) {
+    } catch (...) {
         if constexpr (OF_OBJECTS) {
-            impl::throw_json_element_failed(inner);
+            impl::rethrow_json_element_failure();
         }
         throw;
     }

@@ -10,6 +10,9 @@ namespace nuv::serialization {
 
 /// Writes and reads the members of an object through the codecs of their types.
 struct JSONSerializer {
+    /// Writes nothing: an object without members.
+    static void serialize_impl(YAJLStream&, SerializationContext&) {}
+
     /// Writes key, value, key, value, ... in this order. Throws SerializationException.
     template <typename T, typename... Rest>
     static void serialize_impl(YAJLStream& stream, SerializationContext& ctx, std::string_view key,
@@ -28,9 +31,6 @@ struct JSONSerializer {
                             T& value) {
         JSONSerializableType<T>::deserialize(node, ctx, key, value);
     }
-
-private:
-    static void serialize_impl(YAJLStream&, SerializationContext&) {}
 };
 
 }  // namespace nuv::serialization

@@ -13,6 +13,7 @@
 #include "nuv/export.hpp"
 #include "nuv/interface_name.hpp"
 #include "nuv/json_serializable.hpp"
+#include "nuv/text_argument.hpp"
 
 namespace nuv {
 
@@ -28,11 +29,11 @@ public:
     constexpr MACAddress() = default;
     constexpr explicit MACAddress(const Octets& octets) noexcept : octets_(octets) {}
     /// Throws std::invalid_argument when parse_string() would refuse `text`.
-    explicit MACAddress(std::string_view text);
+    explicit MACAddress(TextArgument text);
 
     /// Reads the text form, in upper or lower case. Returns false for anything else; the octets
     /// before the place that does not fit may then be replaced already.
-    bool parse_string(std::string_view text) noexcept;
+    bool parse_string(TextArgument text) noexcept;
     std::string to_string() const;
 
     const Octets& octets() const noexcept { return octets_; }

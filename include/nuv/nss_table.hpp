@@ -39,6 +39,9 @@ public:
     ChannelWidth get_max_channel_width() const noexcept;
     std::uint8_t get_max_streams() const noexcept;
 
+    /// "20 MHz: 2, 80 MHz: 2": the widths with streams.
+    std::string to_string() const;
+
     bool operator==(const NSSTable&) const = default;
     std::strong_ordering operator<=>(const NSSTable& other) const noexcept {
         return streams_ <=> other.streams_;
@@ -48,7 +51,7 @@ private:
     std::array<std::uint8_t, 6> streams_{};  // by the number of the width
 };
 
-/// "20 MHz: 2, 80 MHz: 2": the widths with streams.
+/// Writes the text form. The stream's width, fill and flags neither matter nor change.
 NUV_EXPORT std::ostream& operator<<(std::ostream& os, const NSSTable& table);
 
 }  // namespace nuv

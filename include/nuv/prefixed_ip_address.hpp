@@ -13,6 +13,7 @@
 #include "nuv/ip_address.hpp"
 #include "nuv/json_serializable.hpp"
 #include "nuv/json_serialize_factory.hpp"
+#include "nuv/text_argument.hpp"
 
 namespace nuv {
 
@@ -65,14 +66,15 @@ public:
     /// Reads that text, the address as IPAddress::guess_version_and_parse() does, the prefix length
     /// as a scan of a number of 8 bits: what stands behind the number is not looked at, and 264 is
     /// 8. Throws std::invalid_argument.
-    static PrefixedIPAddress guess_version_and_parse(std::string_view text);
+    static PrefixedIPAddress guess_version_and_parse(TextArgument text);
 
     NUV_EXPORT friend bool operator==(const PrefixedIPAddress& a, const PrefixedIPAddress& b);
     NUV_EXPORT friend std::strong_ordering operator<=>(const PrefixedIPAddress& a,
                                                        const PrefixedIPAddress& b);
 
     /// {"version":"V4","value":"192.168.1.77/24"}, read by the rules of the texts. Reading throws
-    /// SerializationException, and std::invalid_argument where the prefix is too long.
+    /// SerializationException, and std::invalid_argument where the prefix is too long; in a list
+    /// that one, too, is a SerializationException.
     void serialize_impl(serialization::YAJLStream& stream,
                         serialization::SerializationContext& ctx) const override;
     void deserialize_impl(serialization::YAJLNode& node,
@@ -83,6 +85,8 @@ private:
     std::uint8_t mask_octet(std::size_t index) const noexcept;
     /// An address of the same version, made of one octet for each index.
     std::unique_ptr<IPAddress> make_mask(bool host) const;
+    /// "/24", which stands behind the address.
+    std::string suffix() const;
 
     std::unique_ptr<IPAddress> address_;
     std::uint8_t prefix_length_;

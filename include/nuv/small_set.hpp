@@ -3,14 +3,25 @@
 
 #include <array>
 #include <bit>
+#include <concepts>
 #include <cstddef>
 #include <cstdint>
 #include <initializer_list>
 #include <iterator>
+#include <type_traits>
+#include <utility>
 
 #include "nuv/export.hpp"
 
 namespace nuv {
+
+namespace impl {
+
+template <class Range, class T>
+concept RangeOf =
+    std::same_as<std::remove_cvref_t<decltype(*std::begin(std::declval<const Range&>()))>, T>;
+
+}  // namespace impl
 
 /// A set of numbers or enumerators below `N`, one bit each inside the object; iterates in ascending
 /// order. Usable in constant expressions.
@@ -52,6 +63,14 @@ public:
 
     constexpr SmallSet() = default;
     constexpr SmallSet(std::initializer_list<T> values) {
+        for (const T value : values) {
+            insert(value);
+        }
+    }
+
+    /// Of the values of any range of T, in any order, repeated or not. Each must lie below `N`.
+    template <impl::RangeOf<T> Range>
+    constexpr explicit SmallSet(const Range& values) {
         for (const T value : values) {
             insert(value);
         }

@@ -11,6 +11,7 @@
 
 #include "nuv/export.hpp"
 #include "nuv/mac_address.hpp"
+#include "nuv/text_argument.hpp"
 
 namespace nuv {
 
@@ -23,9 +24,9 @@ public:
     static constexpr std::size_t MAX_NAME_LENGTH = 64;
 
     /// Throws std::invalid_argument when parse_string() would refuse `text`.
-    explicit TarvuAddress(std::string_view text);
+    explicit TarvuAddress(TextArgument text);
     /// Throws std::invalid_argument unless `name` is 1 to 64 ASCII letters, digits, "_", "-", ".".
-    TarvuAddress(std::string_view name, const std::optional<MACAddress>& device);
+    TarvuAddress(TextArgument name, const std::optional<MACAddress>& device);
 
     const std::string& get_name() const noexcept { return name_; }
     /// None for this device.
@@ -33,7 +34,7 @@ public:
 
     /// Returns false, and stays what it was, for anything but the text form; hexadecimal digits may
     /// be lower case.
-    bool parse_string(std::string_view text);
+    bool parse_string(TextArgument text);
     std::string to_string() const;
 
     bool operator==(const TarvuAddress&) const = default;

@@ -103,13 +103,17 @@ NUV_EXPORT bool is_valid(const NSSTable& table) noexcept;
 ///
 /// An entry has a frequency that goes with its channel, any capability, no contradictory state, no
 /// measurement out of range, and a 20 MHz operating class. So channel 2 of the 6 GHz band at
-/// 5935000 kHz is refused, on purpose, although it has a class.
+/// 5935000 kHz is refused, on purpose, although it has a class. Deliberate: 191, 195 and 199 at
+/// 5955, 5975 and 5995 MHz pass, because the numbers of the 5 GHz band reach that far. State, noise
+/// and utilization are not part of an entry's JSON: in what was read from there they are never
+/// wrong.
 NUV_EXPORT bool is_valid(const ChannelEntry& entry);
 /// Every entry is.
 NUV_EXPORT bool is_valid(const ChannelList& list);
 /// The info has an operating class, punctures nothing beyond its segment and not its primary
 /// channel, and its frequencies are those of the class: the primary one a channel, the centres those
-/// of any segment. A segment that was never set is not looked at.
+/// of any segment. A segment that was never set is not looked at. Deliberate: each segment of 80+80
+/// MHz is looked at by itself, so the two may be the same one or lie in two bands.
 NUV_EXPORT bool is_valid(const ChannelInfo& info);
 
 }  // namespace nuv

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <iosfwd>
+#include <string>
 #include <utility>
 
 #include "nuv/channel_list.hpp"
@@ -48,6 +50,11 @@ public:
     /// By the radio's identifier alone.
     bool operator<(const WLANRadio& other) const { return radio_id_.get() < other.radio_id_.get(); }
 
+    /// "radio id: 02:00:00:00:00:01, rx streams: [20 MHz: 2], tx streams: [], PHY modes: [n, ac],
+    /// MLO modes: [STR]" and, in lines of their own, the channels; an identifier that was never set
+    /// is "---".
+    std::string to_string() const;
+
 private:
     RadioID radio_id_;
     NSSTable rx_nss_table_;
@@ -56,5 +63,8 @@ private:
     MLOModeBits mlo_modes_;
     ChannelList channel_list_;
 };
+
+/// Writes the text form. The stream's width, fill and flags neither matter nor change.
+NUV_EXPORT std::ostream& operator<<(std::ostream& os, const WLANRadio& radio);
 
 }  // namespace nuv

@@ -24,12 +24,14 @@ namespace nuv::serialization {
 class NUV_EXPORT YAJLNode {
 public:
     YAJLNode() noexcept = default;
-    /// How deep lists and objects may lie in each other: as deep as YAJLStream can write them.
+    /// How deep lists and objects may lie in each other. Deliberate: as deep as YAJLStream can
+    /// write them and a tree of them can be freed on a small stack.
     static constexpr unsigned MAX_DEPTH = 127;
 
     /// Reads `is` to its end and parses what came as one JSON document. A NUL byte ends the
-    /// document. Throws SerializationException with the parser's text when it is malformed, and for
-    /// more than MAX_DEPTH levels; nothing else, whatever the exceptions that `is` is set to throw.
+    /// document. Throws SerializationException with the parser's text when it is malformed, for more
+    /// than MAX_DEPTH levels, and when reading sets the bad bit; nothing else, whatever the
+    /// exceptions that `is` is set to throw.
     explicit YAJLNode(std::istream& is);
 
     /// True when this is an object with a member `key`, whatever its type.

@@ -19,7 +19,8 @@ namespace nuv::serialization {
 /// Each writer returns true only when the generator took the value and the stream took the text.
 /// It returns false, and never throws, when the value does not fit here (a key that is no string,
 /// text that is not UTF-8, more than 127 levels, anything after the document's end) or when the
-/// stream has its bad or fail bit set afterwards, or throws. A further document needs a further
+/// stream has its bad or fail bit set afterwards, or throws. End-of-file alone is no failure and does
+/// not keep it from writing. A further document needs a further
 /// YAJLStream. One thread at a time.
 class NUV_EXPORT YAJLStream {
 public:

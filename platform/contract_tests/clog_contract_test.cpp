@@ -1,18 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <algorithm>
 #include <cerrno>
 #include <cstdarg>
 #include <cstdio>
 #include <cstdlib>
-#include <string>
 #include <thread>
-#include <utility>
-#include <vector>
 
 #include "nuv_platform/clog.h"
+#include "tests/support/test.hpp"
 
 namespace {
 
@@ -29,29 +23,28 @@ protected:
 
     Lines take() { return std::exchange(lines, {}); }
 
-    /// Writes one record of each level, the level's letter being the text.
-    Lines log_all() {
+    /// Writes one record of each level, the level's letter being the text; returns those that were kept.
+    std::string log_all() {
         clogmod__err(module, "f", "g", 1, "E");
         clogmod__warn(module, "f", "g", 1, "W");
         clogmod__info(module, "f", "g", 1, "I");
         clogmod__debug(module, "f", "g", 1, "D");
         clogmod__trace(module, "f", "g", 1, "T");
-        return take();
+        const Lines kept = take();
+        return std::accumulate(kept.begin(), kept.end(), std::string());
     }
 
     const std::string name = testing::UnitTest::GetInstance()->current_test_info()->name();
+    const std::string module_name = name + ".module";
     clogger* const logger = clogger_alloc(name.c_str());
-    clogmod* const module = clogmod_get_or_alloc_main(logger, (name + ".module").c_str());
+    clogmod* const module = clogmod_get_or_alloc_main(logger, module_name.c_str());
     Lines lines;
 };
 
-Lines selection(auto wanted) {
-    const Lines all = {"E", "W", "I", "D", "T"};
-    Lines selected;
+std::string selection(auto wanted) {
+    std::string selected;
     for (int level = 0; level < 5; ++level) {
-        if (wanted(level)) {
-            selected.push_back(all[static_cast<std::size_t>(level)]);
-        }
+        selected += wanted(level) ? std::string(1, "EWIDT"[level]) : "";
     }
     return selected;
 }
@@ -60,7 +53,7 @@ TEST_F(ClogContract, HandlesAreFoundByName) {
     EXPECT_EQ(clogger_get(name.c_str()), logger);
     EXPECT_EQ(clogger_alloc(name.c_str()), logger);
     EXPECT_EQ(clogger_get_name(logger), name);
-    EXPECT_EQ(clogmod_get_or_alloc((name + ".module").c_str()), module);
+    EXPECT_EQ(clogmod_get_or_alloc(module_name.c_str()), module);
     EXPECT_EQ(clogmod_get_clogger(module), logger);
     EXPECT_EQ(clogger_get("never made"), nullptr);
 }
@@ -138,12 +131,12 @@ TEST_F(ClogContract, FieldsPrecedeTheText) {
         {CLOGGER_FIELD_LEVEL, 0, {"WARN: text", "WARN: text", "ERROR: text"}},
         {CLOGGER_FIELD_MODULE,
          0,
-         {name + ".module: text", name + ".module: text", name + ": text"}},
+         {module_name + ": text", module_name + ": text", name + ": text"}},
         {CLOGGER_FIELD_SOURCE, 0, {"src/a:7 run: text", "src/a:7: text", "text"}},
         {15,
          1,
-         {"noon WARN " + name + ".module src/a:7 run: text\n",
-          "noon WARN " + name + ".module src/a:7: text\n", "noon ERROR " + name + ": text\n"}},
+         {"noon WARN " + module_name + " src/a:7 run: text\n",
+          "noon WARN " + module_name + " src/a:7: text\n", "noon ERROR " + name + ": text\n"}},
     };
     for (const auto& row : rows) {
         ASSERT_EQ(clogger_add_function(logger, keep, &lines, row.newline, 31, row.fields), 0);
@@ -298,7 +291,7 @@ CLOG_PRINTF(2, 3) int print_to_text(void* ctx, const char* fmt, ...) {
 TEST_F(ClogContract, ShowPrintsOutputsAndModulesUntilThePrinterRefuses) {
     Print all{"", 0};
     EXPECT_EQ(clogger_show(logger, print_to_text, &all), 0);
-    for (const auto& part : {name, name + ".module", std::string("clogger_add_function")}) {
+    for (const auto& part : {name, module_name, std::string("clogger_add_function")}) {
         EXPECT_THAT(all.text, testing::HasSubstr(part));
     }
     Print first{"", -3};

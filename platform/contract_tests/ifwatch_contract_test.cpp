@@ -1,9 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <gtest/gtest.h>
-
-#include <array>
-
 #include "nuv_platform/ifwatch.h"
+#include "tests/support/test.hpp"
 
 TEST(IfwatchContract, UnknownInterfaceIsRefusedAndLeavesTheOutputAlone) {
     std::array<std::uint8_t, 6> address{1, 2, 3, 4, 5, 6};

@@ -9,6 +9,24 @@
 
 #include <cstring>
 
+namespace {
+
+/// Whether interfaces of this type have an address of 48 bits.
+bool has_mac_address(unsigned type) {
+    switch (type) {
+        case ARPHRD_ETHER:
+        case ARPHRD_LOOPBACK:
+        case ARPHRD_IEEE80211:  // monitor interfaces, by what stands before their frames
+        case ARPHRD_IEEE80211_PRISM:
+        case ARPHRD_IEEE80211_RADIOTAP:
+            return true;
+        default:
+            return false;
+    }
+}
+
+}  // namespace
+
 extern "C" int if_get_hwaddr(const char* ifname, uint8_t out[6]) {
     const std::size_t length = std::strlen(ifname);
     ifreq request{};
@@ -23,8 +41,7 @@ extern "C" int if_get_hwaddr(const char* ifname, uint8_t out[6]) {
     }
     const int result = ::ioctl(fd, SIOCGIFHWADDR, &request);
     ::close(fd);
-    const auto family = request.ifr_hwaddr.sa_family;
-    if (result < 0 || (family != ARPHRD_ETHER && family != ARPHRD_LOOPBACK)) {
+    if (result < 0 || !has_mac_address(request.ifr_hwaddr.sa_family)) {
         return -1;
     }
     std::memcpy(out, request.ifr_hwaddr.sa_data, 6);

@@ -19,13 +19,13 @@ BasicVersion::BasicVersion(std::initializer_list<std::uint16_t> components)
     std::ranges::copy(components, components_.begin());
 }
 
-BasicVersion::BasicVersion(std::string_view text) {
+BasicVersion::BasicVersion(TextArgument text) {
     if (!parse_string(text)) {
         impl::throw_no_valid_text(text, TYPE_NAME);
     }
 }
 
-bool BasicVersion::parse_string(std::string_view text) noexcept {
+bool BasicVersion::parse_string(TextArgument text) noexcept {
     BasicVersion read;
     const char* at = text.data();
     const char* const end = at + text.size();

@@ -4,19 +4,22 @@
 #include <istream>
 #include <ostream>
 
+#include "internal/masked_exceptions.hpp"
+
 namespace nuv::impl {
 
 using serialization::SerializationException;
 
 void write_octets(std::ostream& os, const std::uint8_t* octets, std::size_t size,
                   const char* failure) {
-    os.write(reinterpret_cast<const char*>(octets), static_cast<std::streamsize>(size));
+    write_masked(os, reinterpret_cast<const char*>(octets), static_cast<std::streamsize>(size));
     if (os.fail()) {
         throw SerializationException(failure);
     }
 }
 
 std::size_t read_available(std::istream& is, std::uint8_t* octets, std::size_t size) {
+    const MaskedExceptions masked(is);
     is.read(reinterpret_cast<char*>(octets), static_cast<std::streamsize>(size));
     return static_cast<std::size_t>(is.gcount());
 }
@@ -48,10 +51,14 @@ void BinarySerializableType<std::string>::deserialize(std::istream& /*is*/,
 void BinarySerializableType<std::stringstream>::serialize(std::ostream& os,
                                                           SerializationContext& /*ctx*/,
                                                           const std::stringstream& value) {
-    // Inserting a buffer sets the fail bit when it holds nothing; nothing to write is no failure.
-    if (value.rdbuf()->in_avail() > 0) {
-        os << value.rdbuf();
-    }
+    std::stringbuf& source = *value.rdbuf();
+    const std::streamoff begin = source.pubseekoff(0, std::ios_base::cur, std::ios_base::in);
+    // A stream that is only written to has no place to read from.
+    const std::string_view rest =
+        begin < 0 ? std::string_view() : source.view().substr(static_cast<std::size_t>(begin));
+    const std::streamsize taken =
+        impl::write_masked(os, rest.data(), static_cast<std::streamsize>(rest.size()));
+    source.pubseekoff(taken, std::ios_base::cur, std::ios_base::in);
     if (os.fail()) {
         throw SerializationException("Serialization of type std::stringstream failed.");
     }

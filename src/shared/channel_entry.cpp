@@ -153,10 +153,10 @@ void ChannelEntry::serialize_impl(YAJLStream& stream, SerializationContext& ctx)
 void ChannelEntry::deserialize_impl(YAJLNode& node, SerializationContext& ctx) {
     ChannelEntry read;
     JSONSerializer::deserialize(node, ctx, "channel", read.channel_);
-    impl::read_nullable(node, ctx, "frequency", read.frequency_);
-    if (read.frequency_ == KiloHertz()) {
-        read.frequency_ = frequency_of(read.channel_);
-    }
+    std::int64_t frequency = 0;  // before it is cut: only what is written as 0 counts as absent
+    impl::read_nullable(node, ctx, "frequency", frequency);
+    read.frequency_ = frequency == 0 ? frequency_of(read.channel_)
+                                     : KiloHertz(static_cast<KiloHertz::rep>(frequency));
     // Marks and power are local to who wrote them. That the flags are set is told, not which; the
     // power is read for its type alone.
     std::vector<std::string> names;
@@ -168,14 +168,17 @@ void ChannelEntry::deserialize_impl(YAJLNode& node, SerializationContext& ctx) {
     *this = read;
 }
 
-std::ostream& operator<<(std::ostream& os, const ChannelEntry& entry) {
+std::string ChannelEntry::to_string() const {
     impl::ClassicStream text;
-    text << ' ' << int{entry.get_channel()} << " | " << entry.get_frequency().count() << " kHz | "
-         << entry.get_max_regulatory_power().get() << " | " << entry.get_capability_flags() << " | "
-         << entry.get_state_flags().get() << " | " << entry.get_config_flags().get() << " | "
-         << 0.5 * entry.get_anpi().get() - 110 << " | "
-         << int{entry.get_channel_utilization().get()};
-    return os << text.view();
+    text << ' ' << int{channel_} << " | " << frequency_.count() << " kHz | "
+         << max_regulatory_power_.get() << " | " << capability_flags_ << " | " << state_flags_.get()
+         << " | " << config_flags_.get() << " | " << 0.5 * anpi_.get() - 110 << " | "
+         << int{channel_utilization_.get()};
+    return std::move(text).str();
+}
+
+std::ostream& operator<<(std::ostream& os, const ChannelEntry& entry) {
+    return impl::write_text(os, entry.to_string());
 }
 
 }  // namespace nuv

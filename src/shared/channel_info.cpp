@@ -175,32 +175,35 @@ void ChannelInfo::deserialize_impl(YAJLNode& node, SerializationContext& ctx) {
     *this = read;
 }
 
-std::ostream& operator<<(std::ostream& os, const ChannelInfo& info) {
+std::string ChannelInfo::to_string() const {
     constexpr const char* UNSET = "---";
     impl::ClassicStream text;
     text << "primary frequency: "
-         << impl::if_set(info.get_primary_frequency(), text_with_channel).value_or(UNSET)
+         << impl::if_set(primary_frequency_, text_with_channel).value_or(UNSET)
          << ", segment info: ";
-    if (info.get_primary_segment().is_set()) {
-        const ChannelSegment& segment = info.get_primary_segment().get();
+    if (primary_segment_.is_set()) {
+        const ChannelSegment& segment = primary_segment_.get();
         text << "primary center: " << text_with_channel(segment.center_frequency)
              << ", channel width: " << segment.width;
         if (segment.width == ChannelWidth::HT8080) {
             // No separator: readers of logs know it without.
-            text << "secondary center: "
-                 << text_with_channel(info.get_secondary_center_frequency());
+            text << "secondary center: " << text_with_channel(secondary_center_frequency_);
         }
         text << ", puncturing map: " << segment.puncturing_map;
     } else {
         text << UNSET;
     }
     text << ", max power: ";
-    if (info.get_max_regulatory_power().is_set()) {
-        text << info.get_max_regulatory_power().get() << " dBm";
+    if (max_regulatory_power_.is_set()) {
+        text << max_regulatory_power_.get() << " dBm";
     } else {
         text << UNSET;
     }
-    return os << text.view();
+    return std::move(text).str();
+}
+
+std::ostream& operator<<(std::ostream& os, const ChannelInfo& info) {
+    return impl::write_text(os, info.to_string());
 }
 
 KiloHertz get_center_frequency_of_subsegment(const ChannelInfo& info, ChannelWidth width) {

@@ -6,6 +6,7 @@
 #include <string>
 #include <utility>
 
+#include "internal/classic_stream.hpp"
 #include "internal/log_module.hpp"
 #include "nuv/json_serializer.hpp"
 
@@ -220,11 +221,16 @@ void ChannelList::deserialize_impl(YAJLNode& node, SerializationContext& ctx) {
     channels_ = std::move(channels);
 }
 
-std::ostream& operator<<(std::ostream& os, const ChannelList& list) {
-    for (const ChannelEntry& entry : list.get_channels()) {
-        os << entry << '\n';
+std::string ChannelList::to_string() const {
+    std::string text;
+    for (const ChannelEntry& entry : channels_) {
+        text.append(entry.to_string()).push_back('\n');
     }
-    return os;
+    return text;
+}
+
+std::ostream& operator<<(std::ostream& os, const ChannelList& list) {
+    return impl::write_text(os, list.to_string());
 }
 
 }  // namespace nuv

@@ -113,7 +113,7 @@ std::optional<std::vector<std::uint8_t>> unescape(std::string_view text) {
     while (!text.empty()) {
         std::size_t length = 1;
         auto octet = static_cast<std::uint8_t>(text[0]);
-        if (!is_plain(text[0])) {
+        if (!is_plain(text[0]) && text[0] != SEPARATOR) {
             length = 4;
             const std::string_view digits = text.substr(0, length);
             const auto [end, error] =
@@ -143,7 +143,7 @@ LLDPIdentifier<SubtypeEnum>::LLDPIdentifier(Subtype subtype, std::span<const std
 }
 
 template <class SubtypeEnum>
-LLDPIdentifier<SubtypeEnum>::LLDPIdentifier(std::string_view text) {
+LLDPIdentifier<SubtypeEnum>::LLDPIdentifier(TextArgument text) {
     if (!parse_string(text)) {
         impl::throw_no_valid_text(text, TYPE_NAME);
     }
@@ -151,7 +151,7 @@ LLDPIdentifier<SubtypeEnum>::LLDPIdentifier(std::string_view text) {
 
 template <class SubtypeEnum>
 LLDPIdentifier<SubtypeEnum> LLDPIdentifier<SubtypeEnum>::of_value_text(Subtype subtype,
-                                                                       std::string_view value) {
+                                                                       TextArgument value) {
     if (subtype == Subtype::MAC_ADDRESS) {
         return of_mac_address(MACAddress(value));
     }
@@ -222,14 +222,19 @@ std::string LLDPIdentifier<SubtypeEnum>::to_string() const {
 }
 
 template <class SubtypeEnum>
-bool LLDPIdentifier<SubtypeEnum>::parse_string(std::string_view text) {
+bool LLDPIdentifier<SubtypeEnum>::parse_string(TextArgument text) {
     const std::size_t equals = text.find('=');
     Subtype subtype{};
     if (equals == std::string_view::npos || !string_to_enum(text.substr(0, equals), subtype)) {
         return false;
     }
+    const std::string_view value = text.substr(equals + 1);
+    const bool is_address = subtype == Subtype::MAC_ADDRESS || subtype == Subtype::NETWORK_ADDRESS;
+    if (!is_address && value.find(SEPARATOR) != std::string_view::npos) {
+        return false;
+    }
     try {
-        *this = of_value_text(subtype, text.substr(equals + 1));
+        *this = of_value_text(subtype, value);
     } catch (const std::invalid_argument&) {
         return false;
     }
@@ -281,7 +286,7 @@ template class LLDPIdentifier<PortIDSubtype>;
 std::ostream& operator<<(std::ostream& os, const ChassisID& id) { return os << id.to_string(); }
 std::ostream& operator<<(std::ostream& os, const PortID& id) { return os << id.to_string(); }
 
-DeviceID::DeviceID(std::string_view text) {
+DeviceID::DeviceID(TextArgument text) {
     if (!parse_string(text)) {
         impl::throw_no_valid_text(text, "DeviceID");
     }
@@ -291,7 +296,7 @@ std::string DeviceID::to_string() const {
     return chassis_id_.to_string() + SEPARATOR + port_id_.to_string();
 }
 
-bool DeviceID::parse_string(std::string_view text) {
+bool DeviceID::parse_string(TextArgument text) {
     const std::size_t separator = text.find(SEPARATOR);
     DeviceID read;
     if (separator == std::string_view::npos ||

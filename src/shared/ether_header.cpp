@@ -5,11 +5,17 @@
 #include <charconv>
 #include <ostream>
 #include <string_view>
+#include <tuple>
 #include <utility>
 
 namespace nuv {
 
 void EtherHeader::swap(EtherHeader& other) noexcept { std::swap(*this, other); }
+
+std::strong_ordering EtherHeader::operator<=>(const EtherHeader& other) const noexcept {
+    return std::tie(dest_addr_, src_addr_, ethertype_) <=>
+           std::tie(other.dest_addr_, other.src_addr_, other.ethertype_);
+}
 
 std::ostream& operator<<(std::ostream& os, const EtherHeader& header) {
     // Unformatted output: it needs nothing of the stream's format and leaves it alone.

@@ -7,13 +7,13 @@
 
 namespace nuv {
 
-ID::ID(std::string_view text) {
+ID::ID(TextArgument text) {
     if (!parse_string(text)) {
         impl::throw_no_valid_text(text, TYPE_NAME);
     }
 }
 
-bool ID::parse_string(std::string_view text) {
+bool ID::parse_string(TextArgument text) {
     if (text.empty()) {
         return false;
     }

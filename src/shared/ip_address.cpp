@@ -27,7 +27,7 @@ struct EnumTexts<IPAddress::Version> {
 
 NUV_DEFINE_ENUM_TEXTS(IPAddress::Version)
 
-std::unique_ptr<IPAddress> IPAddress::guess_version_and_parse(std::string_view text) {
+std::unique_ptr<IPAddress> IPAddress::guess_version_and_parse(TextArgument text) {
     const auto dots = std::ranges::count(text, '.');
     const auto colons = std::ranges::count(text, ':');
     if (colons == 0 && dots == 3) {
@@ -69,6 +69,34 @@ std::unique_ptr<IPAddress> create_ip_address(serialization::YAJLNode& node,
     }
     throw serialization::SerializationException(
         "Deserialization of IPAddress failed: New IP address version not handled");
+}
+
+void serialize_ip_address(serialization::YAJLStream& stream,
+                          serialization::SerializationContext& ctx, const IPAddress& address,
+                          std::string_view suffix) {
+    serialization::JSONSerializer::serialize_impl(stream, ctx, "version", address.get_version(),
+                                                  "value", address.to_string().append(suffix));
+}
+
+std::unique_ptr<IPAddress> deserialize_ip_address(serialization::YAJLNode& node,
+                                                  serialization::SerializationContext& ctx,
+                                                  std::string& value) {
+    auto address = create_ip_address(node, ctx);
+    serialization::JSONSerializer::deserialize(node, ctx, "value", value);
+    return address;
+}
+
+std::unique_ptr<IPAddress> deserialize_ip_address(serialization::YAJLNode& node,
+                                                  serialization::SerializationContext& ctx) {
+    std::string value;
+    auto address = deserialize_ip_address(node, ctx, value);
+    try {
+        address->from_string(value);
+    } catch (const std::invalid_argument& error) {
+        throw serialization::SerializationException(
+            std::string("Deserialization of IPAddress failed: ") + error.what());
+    }
+    return address;
 }
 
 }  // namespace nuv

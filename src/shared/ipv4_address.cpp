@@ -30,7 +30,7 @@ IPv4Address::IPv4Address(std::span<const std::uint8_t> octets)
 IPv4Address::IPv4Address(std::span<const std::byte> bytes)
     : IPv4Address(std::span(reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size())) {}
 
-IPv4Address::IPv4Address(std::string_view text) { IPv4Address::from_string(text); }
+IPv4Address::IPv4Address(TextArgument text) { IPv4Address::from_string(text); }
 
 std::uint32_t IPv4Address::to_uint() const noexcept {
     return std::uint32_t{octets_[0]} << 24U | std::uint32_t{octets_[1]} << 16U |
@@ -66,7 +66,7 @@ std::string IPv4Address::to_string() const {
 }
 
 // A scan on purpose, as lenient as it is: other writers of these texts rely on it.
-void IPv4Address::from_string(std::string_view text) {
+void IPv4Address::from_string(TextArgument text) {
     if (text.size() > MAX_TEXT) {
         refuse(text, "String is too long");
     }

@@ -81,7 +81,7 @@ IPv6Address::IPv6Address(std::span<const std::uint8_t> octets)
 IPv6Address::IPv6Address(std::span<const std::byte> bytes)
     : IPv6Address(std::span(reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size())) {}
 
-IPv6Address::IPv6Address(std::string_view text) { IPv6Address::from_string(text); }
+IPv6Address::IPv6Address(TextArgument text) { IPv6Address::from_string(text); }
 
 IPv6Address::Segments IPv6Address::to_segments() const noexcept {
     Segments segments{};
@@ -141,7 +141,7 @@ std::string IPv6Address::to_string() const {
     return {text.data(), at};
 }
 
-void IPv6Address::from_string(std::string_view text) {
+void IPv6Address::from_string(TextArgument text) {
     if (text.size() > MAX_TEXT) {
         refuse(text, "String too long");
     }

@@ -1,12 +1,24 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "nuv/json_serializable_type.hpp"
 
+#include <stdexcept>
+
+#include "internal/no_valid_text.hpp"
 #include "internal/quote.hpp"
 #include "nuv/scoped_json.hpp"
 
 namespace nuv::impl {
 
 using serialization::ScopedJSONObject;
+
+namespace {
+
+[[noreturn]] void throw_json_element_failed(const std::exception& inner) {
+    throw SerializationException(
+        std::string("Deserialization of object inside array failed, got:\n") + inner.what());
+}
+
+}  // namespace
 
 void throw_json_write_failed(std::string_view type) {
     throw SerializationException("Serialization of " + std::string(type) + " failed");
@@ -23,9 +35,16 @@ void throw_json_text_unknown(std::string_view type, const std::string& key,
     throw_json_read_failed(type, key, ", got " + quote(text));
 }
 
-void throw_json_element_failed(const SerializationException& inner) {
-    throw SerializationException(
-        std::string("Deserialization of object inside array failed, got:\n") + inner.what());
+void rethrow_json_element_failure() {
+    try {
+        throw;
+    } catch (const InvalidMACText&) {
+        throw;  // Deliberate: callers find it bare wherever it stands.
+    } catch (const std::invalid_argument& inner) {
+        throw_json_element_failed(inner);
+    } catch (const SerializationException& inner) {
+        throw_json_element_failed(inner);
+    }
 }
 
 void write_json_object(YAJLStream& stream, SerializationContext& ctx,

@@ -2,7 +2,6 @@
 #include "nuv/mac_address.hpp"
 
 #include <algorithm>
-#include <charconv>
 #include <istream>
 #include <ostream>
 
@@ -14,31 +13,14 @@
 
 namespace nuv {
 
-MACAddress::MACAddress(std::string_view text) {
+MACAddress::MACAddress(TextArgument text) {
     if (!parse_string(text)) {
-        impl::throw_no_valid_text(text, "MACAddress");
+        impl::throw_no_valid_text<impl::InvalidMACText>(text, "MACAddress");
     }
 }
 
-// Straight into the object, as documented: a caller may see the octets before the fault.
-bool MACAddress::parse_string(std::string_view text) noexcept {
-    if (text.size() != MAC_ADDR_STRING_LEN ||
-        text.find_first_not_of("0123456789ABCDEFabcdef:") != std::string_view::npos) {
-        return false;
-    }
-    const char* at = text.data();
-    const char* const end = at + text.size();
-    for (std::size_t i = 0; i < octets_.size(); ++i) {
-        if (i > 0 && (at == end || *at++ != ':')) {
-            return false;
-        }
-        const auto [next, error] = std::from_chars(at, std::min(at + 2, end), octets_[i], 16);
-        if (error != std::errc()) {
-            return false;
-        }
-        at = next;
-    }
-    return at == end;
+bool MACAddress::parse_string(TextArgument text) noexcept {
+    return impl::parse_octet_text(text, octets_);
 }
 
 std::string MACAddress::to_string() const {

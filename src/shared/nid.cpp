@@ -2,10 +2,36 @@
 #include "nuv/nid.hpp"
 
 #include <cstdio>
+#include <ostream>
 
+#include "internal/classic_stream.hpp"
+#include "internal/no_valid_text.hpp"
 #include "internal/octet_text.hpp"
 #include "internal/quote.hpp"
 #include "nuv/json_serializable_type.hpp"
+
+namespace nuv::plc {
+
+NID::NID(TextArgument text) {
+    if (!parse_string(text)) {
+        impl::throw_no_valid_text(text, "NID");
+    }
+}
+
+bool NID::parse_string(TextArgument text) noexcept {
+    Octets octets{};
+    const bool valid = impl::parse_octet_text(text, octets);
+    octets_ = valid ? octets : octets_;
+    return valid;
+}
+
+std::string NID::to_string() const { return std::string(impl::OctetText<NID_LEN>(octets_).view()); }
+
+std::ostream& operator<<(std::ostream& os, const NID& nid) {
+    return impl::write_text(os, impl::OctetText<NID::NID_LEN>(nid.octets()).view());
+}
+
+}  // namespace nuv::plc
 
 namespace nuv::serialization {
 

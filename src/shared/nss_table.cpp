@@ -7,6 +7,7 @@
 #include <ostream>
 #include <string>
 
+#include "internal/classic_stream.hpp"
 #include "internal/json_nullable.hpp"
 #include "nuv/frequency_conversion.hpp"
 #include "nuv/scoped_json.hpp"
@@ -71,17 +72,21 @@ std::uint8_t NSSTable::get_max_streams() const noexcept {
     return *std::max_element(streams_.begin(), streams_.end());
 }
 
-std::ostream& operator<<(std::ostream& os, const NSSTable& table) {
+std::string NSSTable::to_string() const {
     std::string text;
     for (const ChannelWidth width : WIDTHS) {
-        if (const int streams = table.get_num_streams(width)) {
+        if (const int streams = get_num_streams(width)) {
             text.append(text.empty() ? "" : ", ")
                 .append(enum_to_string(width))
                 .append(": ")
                 .append(std::to_string(streams));
         }
     }
-    return os << text;
+    return text;
+}
+
+std::ostream& operator<<(std::ostream& os, const NSSTable& table) {
+    return impl::write_text(os, table.to_string());
 }
 
 }  // namespace nuv

@@ -5,6 +5,7 @@
 #include <optional>
 #include <ostream>
 #include <stdexcept>
+#include <string>
 #include <utility>
 
 #include "internal/channel_raster.hpp"
@@ -34,6 +35,7 @@ namespace nuv::OperatingClassDeduction {
 namespace {
 
 using impl::operating_class_tables::segment_channels;
+using impl::operating_class_tables::width_at;
 
 constexpr std::size_t bit(ChannelCapabilityBit value) { return static_cast<std::size_t>(value); }
 
@@ -179,7 +181,7 @@ std::vector<int> numbers(const auto& set) {
 /// The edges of each segment in MHz.
 std::vector<std::string> ranges_of(const OpclassDefinition& row) {
     std::vector<std::string> ranges;
-    const int half = row.channel_spacing.count() * 500;
+    const int half = width_at(row.channel_spacing).count() * 500;
     for (const KiloHertz center : frequencies_of(row, centers_of(row))) {
         impl::ClassicStream range;
         range << (center.count() - half) / 1e3 << '-' << (center.count() + half) / 1e3;
@@ -382,11 +384,10 @@ SmallVector<std::uint8_t, 2> OpclassLookup::get_opclasses_from_channel_info(
     auto opclasses = deduce(info);
     const auto* missing = std::ranges::find(opclasses, 0);
     if (missing != opclasses.end()) {
-        impl::ClassicStream text;
-        text << "No mapping available for "
-             << (missing == opclasses.begin() ? "primary" : "secondary")
-             << " segment of channel info " << info;
-        throw std::logic_error(std::move(text).str());
+        throw std::logic_error(std::string("No mapping available for ")
+                                   .append(missing == opclasses.begin() ? "primary" : "secondary")
+                                   .append(" segment of channel info ")
+                                   .append(info.to_string()));
     }
     return opclasses;
 }
@@ -457,7 +458,7 @@ void OpclassLookup::print_lookup_table(std::ostream& os) const {
             text << '\n';
         }
     }
-    os << text.view();
+    impl::write_text(os, text.view());
 }
 
 const OpclassLookup& get_channel_opclasses_global() {

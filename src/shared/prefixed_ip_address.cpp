@@ -10,7 +10,6 @@
 #include "internal/quote.hpp"
 #include "internal/text_scan.hpp"
 #include "nuv/ipv4_address.hpp"
-#include "nuv/json_serializer.hpp"
 
 namespace nuv {
 
@@ -50,6 +49,7 @@ PrefixText split(std::string_view text) {
     if (behind.empty()) {
         refuse("a prefix length");
     }
+    // Deliberate: a scan of 32 bits, of which 8 are kept; a larger number is 255.
     std::uint32_t number = 0;
     if (!impl::TextScan(behind).number<10>(number)) {
         throw std::invalid_argument("Could not parse prefix length from " + impl::quote(behind));
@@ -163,11 +163,11 @@ bool PrefixedIPAddress::contains_network(const PrefixedIPAddress& other) const {
     return contains(other.get_address()) && prefix_length_ <= other.prefix_length_;
 }
 
-std::string PrefixedIPAddress::to_string() const {
-    return get_address().to_string() + '/' + std::to_string(prefix_length_);
-}
+std::string PrefixedIPAddress::suffix() const { return '/' + std::to_string(prefix_length_); }
 
-PrefixedIPAddress PrefixedIPAddress::guess_version_and_parse(std::string_view text) {
+std::string PrefixedIPAddress::to_string() const { return get_address().to_string() + suffix(); }
+
+PrefixedIPAddress PrefixedIPAddress::guess_version_and_parse(TextArgument text) {
     const auto [address, prefix_length] = split(text);
     return {IPAddress::guess_version_and_parse(address), prefix_length};
 }
@@ -190,21 +190,19 @@ std::ostream& operator<<(std::ostream& os, const PrefixedIPAddress& address) {
 
 void PrefixedIPAddress::serialize_impl(serialization::YAJLStream& stream,
                                        serialization::SerializationContext& ctx) const {
-    const std::string text = to_string();
     try {
-        serialization::JSONSerializer::serialize_impl(stream, ctx, "version",
-                                                      get_address().get_version(), "value", text);
+        serialize_ip_address(stream, ctx, get_address(), suffix());
     } catch (const serialization::SerializationException& error) {
         throw serialization::SerializationException("Serialization of PrefixedIPAddress " +
-                                                    impl::quote(text) + " failed: " + error.what());
+                                                    impl::quote(to_string()) +
+                                                    " failed: " + error.what());
     }
 }
 
 void PrefixedIPAddress::deserialize_impl(serialization::YAJLNode& node,
                                          serialization::SerializationContext& ctx) {
-    auto address = create_ip_address(node, ctx);
     std::string text;
-    serialization::JSONSerializer::deserialize(node, ctx, "value", text);
+    auto address = deserialize_ip_address(node, ctx, text);
     const auto refuse = [](const std::string& reason) {
         throw serialization::SerializationException(
             "Deserialization of PrefixedIPAddress failed: " + reason);

@@ -20,20 +20,20 @@ bool is_name(std::string_view text) {
 
 }  // namespace
 
-TarvuAddress::TarvuAddress(std::string_view text) {
+TarvuAddress::TarvuAddress(TextArgument text) {
     if (!parse_string(text)) {
         impl::throw_no_valid_text(text, TYPE_NAME);
     }
 }
 
-TarvuAddress::TarvuAddress(std::string_view name, const std::optional<MACAddress>& device)
+TarvuAddress::TarvuAddress(TextArgument name, const std::optional<MACAddress>& device)
     : name_(name), device_(device) {
     if (!is_name(name)) {
         impl::throw_no_valid_text(name, "TarvuAddress name");
     }
 }
 
-bool TarvuAddress::parse_string(std::string_view text) {
+bool TarvuAddress::parse_string(TextArgument text) {
     const std::size_t separator = text.find(SEPARATOR);
     const std::string_view name = text.substr(0, separator);
     std::optional<MACAddress> device;

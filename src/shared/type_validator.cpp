@@ -6,7 +6,6 @@
 #include <string>
 #include <vector>
 
-#include "internal/classic_stream.hpp"
 #include "internal/log_module.hpp"
 #include "nuv/channel_entry.hpp"
 #include "nuv/channel_info.hpp"
@@ -70,9 +69,7 @@ std::optional<std::size_t> primary_index(KiloHertz primary, const ChannelSegment
 /// What is wrong with the info; nothing if it is sound.
 std::optional<std::string> fault_of(const ChannelInfo& info) {
     const auto fault = [&info](const char* before, const char* after) {
-        impl::ClassicStream text;
-        text << before << info << after;
-        return std::move(text).str();
+        return before + info.to_string() + after;
     };
     if (!global().opclass_deducible_from_channel_info(info)) {
         return fault("Error getting operating class of ChannelInfo ", "");

@@ -32,12 +32,20 @@ yajl_val member_or_self(yajl_val node, const std::string& key, yajl_type type) {
     return yajl_tree_get(node, &no_step, type);
 }
 
+[[noreturn]] void refuse(const char* reason) {
+    throw SerializationException(
+        std::string("Parsing of JSON failed, can't create root YAJLNode, got:\n") + reason);
+}
+
 std::string read_document(std::istream& is) {
     std::string text;
     const impl::MaskedExceptions masked(is);  // what is wrong with the text is said in one way
     std::getline(is, text, '\0');             // the parser takes a C string
     if (is.good()) {
         is.ignore(std::numeric_limits<std::streamsize>::max());
+    }
+    if (is.bad()) {
+        refuse("reading the stream failed");  // what came may be a document, and another one
     }
     return text;
 }
@@ -99,9 +107,7 @@ YAJLNode::YAJLNode(std::istream& is) {
         value_ = {yajl_tree_parse(text.c_str(), error.data(), error.size()), FreeOwned{true}};
     }
     if (value_ == nullptr) {
-        throw SerializationException(
-            std::string("Parsing of JSON failed, can't create root YAJLNode, got:\n") +
-            error.data());
+        refuse(error.data());
     }
 }
 

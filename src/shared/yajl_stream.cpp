@@ -7,17 +7,18 @@
 #include <string>
 #include <utility>
 
+#include "internal/masked_exceptions.hpp"
 #include "nuv/serialization_exception.hpp"
 
 namespace nuv::serialization {
 
 namespace {
 
-/// os.write() without a sentry where the sentry would have nothing to do. The generator prints its
+/// write_masked() without a sentry where the sentry would have nothing to do. The generator prints its
 /// text in pieces of a few bytes, most of them one byte long.
 void write_piece(std::ostream& os, const char* text, std::streamsize length) {
     if (!os.good() || os.tie() != nullptr || (os.flags() & std::ios::unitbuf) != 0) {
-        os.write(text, length);
+        impl::write_masked(os, text, length);
         return;
     }
     using Traits = std::ostream::traits_type;
@@ -27,7 +28,7 @@ void write_piece(std::ostream& os, const char* text, std::streamsize length) {
         written = length == 1 ? !Traits::eq_int_type(buffer.sputc(*text), Traits::eof())
                               : buffer.sputn(text, length) == length;
     } catch (...) {
-        written = false;  // to write() too, a buffer that throws is one that failed
+        written = false;  // a buffer that throws is one that failed
     }
     if (!written) {
         os.setstate(std::ios::badbit);

@@ -4,9 +4,7 @@
 #include <string>
 
 #include "nuv/dynamic_value.hpp"
-#include "nuv/logging/chunk_io_manipulator.hpp"
-#include "nuv/logging/clogger_proxy.hpp"
-#include "nuv/logging/clogmod_proxy.hpp"
+#include "nuv/logging.hpp"
 
 extern std::string records;
 

@@ -1,31 +1,31 @@
 // SPDX-License-Identifier: Apache-2.0
 // The command line, run in this process.
-#include <gtest/gtest.h>
 #include <unistd.h>
+#include <zlib.h>
 
 #include <CLI/CLI.hpp>
-#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
-#include <map>
 #include <regex>
-#include <set>
-#include <sstream>
 
 #include "nuv_platform/fake/fake_platform.hpp"
+#include "tests/support/hex.hpp"
+#include "tests/support/test.hpp"
 #include "tests/support/vectors.hpp"
 #include "tools/nuvctl/commands/command_line.hpp"
+#include "tools/nuvctl/frames/capture_file.hpp"
 
 namespace nuvctl {
 namespace {
 
 /// The exit status and what the tool writes, a tab for each newline. The text behind " < " is that
-/// of the file behind the arguments.
+/// of the file behind the arguments; '' is an empty argument.
 std::string outcome(const std::string& call) {
     const auto input = call.find(" < ");
     std::istringstream words("nuvctl " + call.substr(0, input));
     std::vector<std::string> arguments(std::istream_iterator<std::string>(words), {});
+    std::ranges::replace(arguments, "''", "");
     if (input != std::string::npos) {
         std::ofstream(arguments.emplace_back("input.json")) << call.substr(input + 3);
     }
@@ -44,12 +44,34 @@ std::string outcome(const std::string& call) {
     return text;
 }
 
-TEST(Commands, AnswerAsListed) {
-    const nuv::platform::FakePlatform platform;
-    const auto folder = testing::TempDir() + "nuvctl_commands_" + std::to_string(::getpid());
-    std::filesystem::create_directories(folder);
-    std::filesystem::current_path(folder);
-    std::filesystem::copy(NUV_SOURCE_DIR "/examples/stations.pcap", ".");
+/// A folder of its own for a test, which is the current one, with the sample capture in it.
+class CommandsInAFolder : public testing::Test {
+protected:
+    void SetUp() override {
+        std::filesystem::create_directories(folder_);
+        std::filesystem::current_path(folder_);
+        std::filesystem::copy(NUV_SOURCE_DIR "/examples/stations.pcap", ".");
+    }
+    void TearDown() override {
+        std::filesystem::current_path(testing::TempDir());
+        std::filesystem::remove_all(folder_);
+    }
+
+    static std::string content(const std::string& name) {
+        std::ifstream in(name, std::ios::binary);
+        return {std::istreambuf_iterator<char>(in), {}};
+    }
+    static void write(const std::string& name, const std::string& octets) {
+        std::ofstream(name, std::ios::binary) << octets;
+    }
+
+private:
+    const nuv::platform::FakePlatform platform_;
+    const std::string folder_ =
+        testing::TempDir() + "nuvctl_commands_" + std::to_string(::getpid());
+};
+
+TEST_F(CommandsInAFolder, AnswerAsListed) {
     for (const auto& [call, expected] : nuv::test::listed_cases("nuvctl_commands.tsv")) {
         EXPECT_EQ(outcome(call), expected) << call;
     }
@@ -61,7 +83,92 @@ TEST(Commands, AnswerAsListed) {
         const std::string text = outcome(call);
         EXPECT_EQ(std::ranges::count(text, '\t'), lines) << call;
     }
-    std::filesystem::remove_all(folder);
+    // More than is read at once.
+    std::string many;
+    for (int line = 0; line < 5'000; ++line) {
+        many += "{\"channel\":36}\n";
+    }
+    EXPECT_EQ(
+        outcome("validate < " + many + "}"),
+        "1\tnuvctl: input.json: line 5001: parse error: unallowed token at this point in JSON "
+        "text");
+}
+
+TEST_F(CommandsInAFolder, ReadCompressedCaptures) {
+    const auto compressed = [](const std::string& octets) {
+        const std::unique_ptr<gzFile_s, int (*)(gzFile)> file(gzopen("member", "wb"), gzclose);
+        gzwrite(file.get(), octets.data(), static_cast<unsigned>(octets.size()));
+        gzflush(file.get(), Z_FINISH);
+        return content("member");
+    };
+    const std::string plain = content("stations.pcap");
+    const std::string whole = compressed(plain);
+    std::string damaged = whole;
+    char& checksum = damaged[damaged.size() - 8];
+    checksum = static_cast<char>(~checksum);
+    const std::string table = outcome("decode --summary stations.pcap").substr(1);
+    for (const auto& [octets, expected] :
+         {std::pair{whole, "0" + table},
+          {compressed(plain.substr(0, 1000)) + compressed(plain.substr(1000)), "0" + table},
+          {whole.substr(0, whole.size() - 1),
+           "1\tnuvctl: input: record 9: the gzip data end too early" + table},
+          {damaged, "1\tnuvctl: input: record 9: the gzip data are damaged" + table},
+          {"\x1F\x8B", "1\tnuvctl: input: not a capture file: the gzip data end too early"}}) {
+        write("input", octets);
+        EXPECT_EQ(outcome("decode --summary input"), expected);
+    }
+}
+
+TEST_F(CommandsInAFolder, SayWhatIsWrongWithACapture) {
+    const std::string query = nuv::test::to_string(
+        nuv::test::from_hex("D000 0000 020000000003 020000000002 020000000003 0000 0A06 02 10"));
+    const auto ppi = [&](char link_type) {
+        const std::string record = std::string({0, 0, 8, 0, link_type, 0, 0, 0}) + query;
+        return capture_record(
+            {}, {reinterpret_cast<const std::uint8_t*>(record.data()), record.size()});
+    };
+    write("ppi.pcap", capture_header(192) + ppi(1) + ppi(105) + ppi(1));
+    EXPECT_EQ(
+        outcome("decode --summary ppi.pcap"),
+        "1\tnuvctl: ppi.pcap: record 1: PPI before link type 1, which is not IEEE 802.11 (105)\t"
+        "action frames: btm_query 1");
+    write("two.pcapng", nuv::test::to_string(nuv::test::from_hex(
+                            "0A0D0D0A 1C000000 4D3C2B1A 01000000 FFFFFFFFFFFFFFFF 1C000000"
+                            "01000000 14000000 69000000 FFFF0000 14000000"
+                            "01000000 14000000 7F000000 FFFF0000 14000000")));
+    EXPECT_EQ(
+        outcome("decode two.pcapng"),
+        "1\tnuvctl: two.pcapng: record 1: an interface has a type 127 different from the type "
+        "of the first interface; extract one interface: tshark -r FILE -Y 'frame.interface_id "
+        "== 0' -w ONE, then editcap -F pcap -T ieee-802-11-radiotap ONE ONE.pcap");
+    write("other.pcap", capture_header(1));
+    EXPECT_EQ(outcome("decode other.pcap"),
+              "1\tnuvctl: other.pcap: link type 1 is none of IEEE 802.11 (105), Prism (119), "
+              "radiotap (127), AVS (163), PPI (192)");
+}
+
+TEST_F(CommandsInAFolder, ReplaceAnOutputOnlyWhenItIsComplete) {
+    const std::string json = outcome("decode stations.pcap").substr(2);
+    write("a.json", json);
+    write("refused.json", json + "{}");
+    write("out", "old");
+    std::filesystem::create_symlink("out", "link");
+    std::filesystem::permissions("out", std::filesystem::perms(0640));
+    for (const auto& [call, expected] :
+         {std::pair{"encode --output a.json a.json",
+                    "1\tnuvctl: a.json: the output is also an input"},
+          {"encode --output link a.json out", "1\tnuvctl: link: the output is also an input"},
+          {"encode --output out missing", "1\tnuvctl: missing: No such file or directory"},
+          {"encode --output out refused.json", "1\tnuvctl: refused.json: line 1: type: missing"}}) {
+        EXPECT_EQ(outcome(call), expected);
+    }
+    EXPECT_EQ(content("a.json"), json);
+    EXPECT_EQ(content("out"), "old");
+    EXPECT_EQ(outcome("encode --output link a.json"), "0");
+    EXPECT_EQ(std::ranges::count(content("out"), '\n'), 8);
+    EXPECT_EQ(std::filesystem::status("out").permissions(), std::filesystem::perms(0640));
+    EXPECT_TRUE(std::filesystem::is_symlink("link"));
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator("."), {}), 5);
 }
 
 TEST(Commands, ExplainWrongUsage) {
@@ -149,6 +256,7 @@ TEST(Commands, StandInTheManual) {
                            name = "nuvctl";
                        }
                    });
+    const std::regex special("[.+]");
     const std::set<std::string> for_all{"--help", "--help-all", "--version"};
     Words expected;
     for (const auto& [key, words] : words_of_parser()) {
@@ -156,7 +264,8 @@ TEST(Commands, StandInTheManual) {
         for (const std::string& word : words) {
             if (key.starts_with("--")) {
                 const std::string text = manual.substr(item, manual.find("\n.It", item + 1) - item);
-                EXPECT_TRUE(std::regex_search(text, std::regex("\\b" + word + "\\b")))
+                EXPECT_TRUE(std::regex_search(
+                    text, std::regex("\\b" + std::regex_replace(word, special, "\\$&") + "\\b")))
                     << key << word;
             } else if (!for_all.contains(word)) {
                 expected[key].insert(word);

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tools/nuvctl/text/text.hpp"
 
-#include <gtest/gtest.h>
-
+#include "tests/support/test.hpp"
 #include "tools/nuvctl/text/timestamp.hpp"
 
 namespace nuvctl {
@@ -17,8 +16,16 @@ TEST(Text, OctetsAreTwoDigitsEach) {
 }
 
 TEST(Timestamp, IsReadInOneForm) {
-    for (const std::string text : {"1970-01-01T00:00:00.000000Z", "2016-02-29T23:59:59.999999Z"}) {
+    for (const std::string text : {"1970-01-01T00:00:00.000000Z", "2016-02-29T23:59:59.999999Z",
+                                   "2106-02-07T06:28:15.000000Z", "1969-12-31T23:59:59.999999Z",
+                                   "0000-01-01T00:00:00.000000Z", "9999-12-31T23:59:59.999999Z"}) {
         EXPECT_EQ(to_string(parse_timestamp(text).value()), text);
+    }
+    for (const std::int64_t seconds : std::array<std::int64_t, 4>{
+             -62'167'219'201, 253'402'300'800, std::numeric_limits<std::int64_t>::min(),
+             std::numeric_limits<std::int64_t>::max()}) {
+        EXPECT_EQ(to_string(Timestamp{seconds, 0}), std::nullopt);
+        EXPECT_EQ(raw_text({seconds, 5}), std::to_string(seconds) + ".000005");
     }
     EXPECT_EQ(parse_timestamp("2015-11-03T12:34:56.123456Z")->seconds, 1446554096);
     for (const char* wrong :

@@ -7,7 +7,7 @@
 #include <span>
 #include <string>
 
-#include "nuv/ieee802_11/ieee802_11_assoc_request_frame.hpp"
+#include "nuv/ieee802_11.hpp"
 #include "tests/support/hex.hpp"
 
 /// What holds for everything that is read from octets and written as octets, for tests and for

@@ -11,7 +11,7 @@ namespace nuv::test {
 using serialization::SerializationContext;
 
 /// What the binary codec of T writes where there is room for `room` octets, as hex, or the text with
-/// which it refuses.
+/// which it refuses: where there is room, before its first octet.
 template <class T>
 std::string written(const T& value, std::size_t room = std::string::npos) {
     FullBuffer buffer(room);
@@ -19,6 +19,7 @@ std::string written(const T& value, std::size_t room = std::string::npos) {
     SerializationContext ctx;
     const std::string failure =
         message_of([&] { serialization::BinarySerializableType<T>::serialize(os, ctx, value); });
+    EXPECT_TRUE(failure.empty() || room != std::string::npos || buffer.text.empty()) << failure;
     return failure.empty() ? to_hex({buffer.text.begin(), buffer.text.end()}) : failure;
 }
 

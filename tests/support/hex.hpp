@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <cctype>
 #include <cstdint>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -12,17 +12,18 @@ namespace nuv::test {
 using Octets = std::vector<std::uint8_t>;
 
 /// The octets of a text such as "24 04 3064": hexadecimal digits in pairs, blanks between them.
+/// Throws std::invalid_argument for any other text.
 inline Octets from_hex(std::string_view text) {
+    std::string digits(text);
+    std::erase(digits, ' ');
     Octets octets;
-    std::string digits;
-    for (const char c : text) {
-        if (std::isxdigit(static_cast<unsigned char>(c)) != 0) {
-            digits.push_back(c);
+    for (std::size_t at = 0; at < digits.size(); at += 2) {
+        const std::string pair = digits.substr(at, 2);
+        if (pair.size() != 2 ||
+            pair.find_first_not_of("0123456789abcdefABCDEF") != std::string::npos) {
+            throw std::invalid_argument("no octets");
         }
-        if (digits.size() == 2) {
-            octets.push_back(static_cast<std::uint8_t>(std::stoul(digits, nullptr, 16)));
-            digits.clear();
-        }
+        octets.push_back(static_cast<std::uint8_t>(std::stoul(pair, nullptr, 16)));
     }
     return octets;
 }

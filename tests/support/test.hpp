@@ -3,11 +3,14 @@
 
 // What nearly every test includes.
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include <algorithm>
 #include <array>
+#include <chrono>
+#include <cmath>
 #include <functional>
+#include <iomanip>
 #include <iterator>
 #include <limits>
 #include <map>

@@ -34,14 +34,6 @@ std::string unescaped(std::string_view text) {
     return bytes;
 }
 
-void append(Octets& octets, std::string_view text) {
-    if (text.find_first_not_of("0123456789abcdefABCDEF ") != std::string_view::npos ||
-        (text.size() - static_cast<std::size_t>(std::ranges::count(text, ' '))) % 2 != 0) {
-        throw std::runtime_error("no octets");
-    }
-    std::ranges::copy(from_hex(text), std::back_inserter(octets));
-}
-
 std::vector<Sample> read_vectors(const std::filesystem::path& file) {
     const std::map<std::string_view, std::string Sample::*> texts{{"error", &Sample::error},
                                                                   {"refused", &Sample::refused},
@@ -71,7 +63,7 @@ std::vector<Sample> read_vectors(const std::filesystem::path& file) {
             if (samples.empty()) {
                 begin("");
             }
-            append(*octets, line);
+            std::ranges::copy(from_hex(line), std::back_inserter(*octets));
         }
     };
     std::ifstream in(file);

@@ -1,16 +1,15 @@
 // SPDX-License-Identifier: Apache-2.0
 // The built nuvctl: its files, pipes and exit status.
-#include <gmock/gmock.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <csignal>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 
 #include "tests/support/hex.hpp"
+#include "tests/support/test.hpp"
 
 namespace nuv::test {
 namespace {
@@ -103,9 +102,18 @@ TEST_F(Nuvctl, EncodesWhatItDecodedIntoLinesAndIntoACapture) {
     EXPECT_EQ(run("nuvctl decode --pretty stations.pcap | nuvctl encode --output lines -").out, "");
     EXPECT_EQ(content("lines"), hex);
     const Outcome again =
-        run("nuvctl decode < stations.pcap | head -n 2 > some;"
-            "nuvctl encode --format pcap < some | nuvctl decode - | cmp - some");
+        run("nuvctl decode < stations.pcap > all;"
+            "nuvctl encode --format pcap < all | nuvctl decode - | cmp - all");
     EXPECT_EQ(again.err + again.out, "");
+    write("c.json", R"({"type":"association_request","time":"2015-11-03T12:34:56.123456Z",
+        "station":"02:00:00:00:00:02","bssid":"02:00:00:00:00:03","capability_information":"3104",
+        "listen_interval":10,
+        "elements":[{"id":54,"fields":{"mdid":1,"capabilities":"00","body_hex":"02000000"}}]})");
+    const Outcome edited = run("nuvctl encode c.json");
+    EXPECT_EQ(edited.out, "31040a003603010000\n");
+    EXPECT_EQ(edited.err,
+              "nuvctl: c.json: line 1: elements[0].fields: body_hex does not agree with "
+              "the other fields and is not written\n");
 }
 
 TEST_F(Nuvctl, EncodesUpToTheFirstObjectThatItRefuses) {
@@ -113,7 +121,7 @@ TEST_F(Nuvctl, EncodesUpToTheFirstObjectThatItRefuses) {
     const std::pair<std::string, std::string> rows[] = {
         {"\n{}\n", "nuvctl: c.json: line 3: type: missing\n"},
         {"\n[" + json,
-         "nuvctl: c.json: line 3: parse error: after array element, I expect ',' or ']'\n"},
+         "nuvctl: c.json: line 4: parse error: after array element, I expect ',' or ']'\n"},
     };
     for (const auto& [refused, error] : rows) {
         write("c.json", std::string(json).append(refused).append(json));
@@ -133,7 +141,8 @@ TEST_F(Nuvctl, ReportsOutputThatCannotBeWrittenUnlessItsReaderHasGone) {
          {"nuvctl address ::1", "nuvctl channel --band 5 --number 36",
           "nuvctl decode stations.pcap", "nuvctl decode --summary stations.pcap",
           "nuvctl encode c.json", "nuvctl encode c.json --format pcap", "nuvctl opclass",
-          "nuvctl opclass --table", "echo '{\"channel\":0}' | nuvctl validate"}) {
+          "nuvctl opclass --table", "nuvctl --help", "nuvctl --version",
+          "echo '{\"channel\":0}' | nuvctl validate"}) {
         const Outcome full = run(command + " > /dev/full");
         EXPECT_EQ(full.status, 1) << command;
         EXPECT_EQ(full.err, "nuvctl: cannot write to standard output\n") << command;
@@ -145,9 +154,33 @@ TEST_F(Nuvctl, ReportsOutputThatCannotBeWrittenUnlessItsReaderHasGone) {
             EXPECT_EQ(gone.err, "") << command;
         }
     }
+    EXPECT_EQ(run("nuvctl encode --format pcap < /dev/null > /dev/full").err,
+              "nuvctl: cannot write to standard output\n");
     for (const std::string format : {"hex", "pcap"}) {
         EXPECT_EQ(run("nuvctl encode c.json --output /dev/full --format " + format).err,
                   "nuvctl: cannot write to /dev/full\n");
+    }
+}
+
+TEST_F(Nuvctl, PrintsTheSummaryWhenASignalEndsALiveCapture) {
+    // As soon as more than a pipe holds is written, nuvctl reads. The job control keeps the signals as
+    // they are.
+    const std::string read =
+        "mkfifo live; set -m; nuvctl decode --summary live & exec 3> live; cat long.pcap >&3; ";
+    std::string capture = content("stations.pcap");
+    const std::string records = capture.substr(24);
+    while (capture.size() < 3 * 65536) {
+        capture += records;
+    }
+    write("long.pcap", capture);
+    for (const auto& [before, kill, status] :
+         {std::tuple{"", "kill -INT $!", 130},
+          {"", "kill -TERM $!", 143},
+          {"trap '' INT; ", "kill -INT $!; kill -TERM $!", 143}}) {
+        const Outcome outcome = run(before + read + kill + "; wait $!; s=$?; rm live; exit $s");
+        EXPECT_EQ(outcome.status, status);
+        EXPECT_THAT(outcome.out, HasSubstr("\n02:4E:55:56:81:BE  harbour-seven"));
+        EXPECT_THAT(outcome.out, HasSubstr(" of 8 stations\n"));
     }
 }
 

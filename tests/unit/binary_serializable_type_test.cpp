@@ -66,12 +66,21 @@ TEST(BinaryCodec, ListsAndStringsAreWrittenWithoutCount) {
     EXPECT_EQ(written(std::list<std::uint16_t>{1, 2}), "00 01 00 02");
     EXPECT_EQ(written(std::vector<std::array<std::uint8_t, 2>>{{1, 2}, {3, 4}}), "01 02 03 04");
     EXPECT_EQ(written(std::string("abc"), 2), "Serialization of type std::uint8_t failed.");
+}
+
+TEST(BinaryCodec, StringStreamsAreWrittenWholeOrFail) {
+    const std::string failure = "Serialization of type std::stringstream failed.";
     std::stringstream stream("abc");
     stream.get();
-    EXPECT_EQ(written(stream), "62 63");
+    stream.seekp(0, std::ios::end) << 'd';
+    EXPECT_EQ(written(stream), "62 63 64");
     EXPECT_EQ(written(stream), "") << "nothing left is no failure";
-    stream.str("xyz");
-    EXPECT_EQ(written(stream, 0), "Serialization of type std::stringstream failed.");
+    for (std::size_t room = 0; room < 20000; room += 4096) {
+        stream.str(std::string(20000, 'x'));
+        EXPECT_EQ(written(stream, room), failure);
+        EXPECT_EQ(stream.tellg(), room) << "consumed is what was written";
+    }
+    EXPECT_EQ(written(std::stringstream("abc", std::ios::out)), "");
 }
 
 TEST(BinaryCodec, StringsAndStringStreamsCannotBeRead) {
@@ -104,14 +113,38 @@ TEST(BinaryCodec, BoolsAreTrueButForZeroAndShortReadsApplyTheOctetsOfSetsAndAddr
     EXPECT_EQ(address.to_string(), "11:22:00:00:00:00");
 }
 
-TEST(BinaryCodec, FailureIsTheFailBitNotEndOfFile) {
+TEST(BinaryCodec, FailureIsTheFailBitNotEndOfFileAndThrownInOneWay) {
     SerializationContext ctx;
-    std::ostringstream os;
-    os.setstate(std::ios_base::failbit);
-    EXPECT_EQ(message_of([&] { BinarySerializableType<std::uint8_t>::serialize(os, ctx, 1); }),
-              "Serialization of type std::uint8_t failed.");
-    os.clear(std::ios_base::eofbit);
-    EXPECT_NO_THROW(BinarySerializableType<std::uint8_t>::serialize(os, ctx, 1));
+    using Number = BinarySerializableType<std::uint16_t>;
+    constexpr auto failures = std::ios::badbit | std::ios::failbit;
+    for (const auto mask : {std::ios::goodbit, std::ios::eofbit, failures}) {
+        const auto write = [&](FullBuffer& buffer, std::ios::iostate state) {
+            std::ostream os(&buffer);
+            os.clear(state);
+            message_of<std::ios::failure>([&] { os.exceptions(mask); });
+            const std::string message = message_of([&] { Number::serialize(os, ctx, 0x6162); });
+            EXPECT_EQ(os.exceptions(), mask);
+            EXPECT_EQ(os.rdstate() & ~std::ios::badbit, state);
+            EXPECT_EQ(os.fail(), !message.empty());
+            return message + buffer.text;
+        };
+        const std::string failure = "Serialization of type std::uint16_t failed.";
+        FullBuffer full(3), broken(1, true), untouched(3);
+        EXPECT_EQ(write(full, std::ios::eofbit), "ab");
+        EXPECT_EQ(write(full, std::ios::eofbit), failure + "aba");
+        EXPECT_EQ(write(broken, std::ios::goodbit), failure + "a");
+        EXPECT_EQ(write(untouched, std::ios::failbit), failure);
+
+        std::istringstream is("\x01\x02");
+        is.exceptions(mask);
+        std::bitset<24> bits(0xFFFFFF);
+        EXPECT_EQ(message_of(
+                      [&] { BinarySerializableType<std::bitset<24>>::deserialize(is, ctx, bits); }),
+                  "Deserialization of type std::uint8_t failed.");
+        EXPECT_EQ(bits, std::bitset<24>(0xFF0201));
+        EXPECT_EQ(is.rdstate(), std::ios::failbit | std::ios::eofbit);
+        EXPECT_EQ(is.exceptions(), mask);
+    }
 }
 
 template <class T>

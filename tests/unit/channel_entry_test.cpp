@@ -1,9 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "nuv/channel_entry.hpp"
 
-#include <chrono>
-#include <cmath>
-
 #include "nuv_platform/fake/fake_platform.hpp"
 #include "tests/support/channels.hpp"
 #include "tests/support/json_text.hpp"
@@ -46,8 +43,10 @@ TEST(ChannelEntry, A320MHzChannelReports80Plus80AsItsMaximum) {
 
 TEST(ChannelEntry, TextListsTheFieldsHighestBitFirst) {
     std::ostringstream os;
-    os << ChannelEntry(149, KiloHertz{5745000}, 0x241, {2, 1}, {1, 1}, {22.5, 1}, {41, 1},
+    os << std::hex << std::setw(99)
+       << ChannelEntry(149, KiloHertz{5745000}, 0x241, {2, 1}, {1, 1}, {22.5, 1}, {41, 1},
                        {255, 1});
+    EXPECT_EQ(os.width(), 99);
     EXPECT_EQ(os.str(), " 149 | 5745000 kHz | 22.5 | 1001000001 | 00010 | 01 | -89.5 | 255");
 }
 

@@ -1,9 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "nuv/channel_info.hpp"
 
-#include <chrono>
-#include <cmath>
-
 #include "nuv/frequency_conversion.hpp"
 #include "nuv_platform/fake/fake_platform.hpp"
 #include "tests/support/channels.hpp"

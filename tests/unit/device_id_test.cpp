@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "nuv/device_id.hpp"
 
-#include "nuv/ipv4_address.hpp"
-#include "nuv/ipv6_address.hpp"
+#include "nuv/addresses.hpp"
 #include "tests/support/codecs.hpp"
 
 namespace nuv::test {

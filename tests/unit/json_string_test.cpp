@@ -20,10 +20,3 @@ TEST(JSONString, EscapesEveryByteAsAgreedSignExtendedAbove7F) {
         EXPECT_TRUE(json_string_unescape(expected) == text || byte > 0x7F) << byte;
     }
 }
-
-TEST(JSONString, UnescapesToSingleBytes) {
-    EXPECT_EQ(json_string_unescape("a\\u0041b\\u00e9\\u12E9"), "aAb\xE9\xE9");
-    EXPECT_EQ(json_string_unescape("\\u12zz\\u-123\\u123"), "u12zzu-123u123");
-    EXPECT_EQ(json_string_unescape("\\uffffffc3"), std::string("\xFF") + "ffc3");
-    EXPECT_EQ(json_string_unescape("\\\\n\\/\\x\\"), "\\n/x\\");
-}

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "internal/log_module.hpp"
 
-#include <iomanip>
-
 #include "nuv/logging/chunk_io_manipulator.hpp"
 #include "nuv_platform/fake/fake_platform.hpp"
 #include "tests/support/foreign_locale.hpp"

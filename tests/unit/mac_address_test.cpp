@@ -2,7 +2,6 @@
 #include "nuv/mac_address.hpp"
 
 #include <cctype>
-#include <iomanip>
 
 #include "nuv_platform/fake/fake_platform.hpp"
 #include "tests/support/failures.hpp"
@@ -54,7 +53,7 @@ TEST(MACAddress, InputEndsWithExactlyTheFailBitOrNone) {
     EXPECT_EQ(read(TEXT), TEXT + '|');
     EXPECT_EQ(read(" \n" + TEXT + "77 x"), TEXT + "|77 x");
     EXPECT_EQ(read(TEXT.substr(1)), "00:00:00:00:00:00|");  // the end of file is forgotten
-    EXPECT_EQ(read("zz:zz:zz:zz:zz:zz x"), "00:00:00:00:00:00| x");
+    EXPECT_EQ(read("01:02:zz:zz:zz:zz x"), "00:00:00:00:00:00| x");
 
     std::istringstream throwing("zz");
     throwing.exceptions(std::ios::failbit | std::ios::eofbit);

@@ -21,9 +21,7 @@ TEST(NSSTable, WidthsPropagateToThoseThatTheyInclude) {
         NSSTable nss(HT20, 4);
         nss.update_num_streams(HT40, 1, false, false);
         nss.update_num_streams(width, 2, propagate, only_if_greater);
-        std::ostringstream os;
-        os << nss;
-        EXPECT_EQ(os.str(), expected);
+        EXPECT_EQ(nss.to_string(), expected);
         EXPECT_EQ(nss.get_max_channel_width(), greatest);
     }
     EXPECT_EQ(NSSTable(HT160, 2).merge({HT160, 4}), NSSTable(HT160, 4));

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "nuv/prefixed_ip_address.hpp"
 
-#include "nuv/ipv4_address.hpp"
-#include "nuv/ipv6_address.hpp"
+#include "nuv/addresses.hpp"
 #include "tests/support/json_text.hpp"
 #include "tests/support/test.hpp"
 

@@ -52,11 +52,16 @@ TEST(TypeValidator, SetsAddressesAndRates) {
 
 TEST(TypeValidator, ChannelSetsOfGlobalClasses) {
     const std::tuple<std::uint8_t, Channels, bool, bool, bool> table[] = {
-        {115, {36, 48}, true, true, true},    {115, {36, 52}, false, false, false},
-        {116, {36, 44}, true, false, true},   {116, {38, 46}, false, true, false},
-        {128, {36, 177}, true, false, false}, {128, {42, 171}, false, true, true},
-        {124, {}, false, false, false},       {125, {}, true, true, true},
-        {129, {132}, false, false, false}};
+        {115, {36, 48}, true, true, true},
+        {115, {36, 52}, false, false, false},
+        {116, {36, 44}, true, false, true},
+        {116, {38, 46}, false, true, false},
+        {128, {36, 177}, true, false, false},
+        {128, {42, 171}, false, true, true},
+        {124, {}, false, false, false},
+        {125, {}, true, true, true},
+        {129, {132}, false, false, false},
+        {128, Channels(std::vector<std::uint8_t>{177, 36, 36}), true, false, false}};
     for (const auto& [opclass, channels, all, center, definition] : table) {
         EXPECT_EQ(is_valid_global_operating_class_channelset(opclass, channels), all);
         EXPECT_EQ(is_valid_global_operating_class_center_channelset(opclass, channels), center);

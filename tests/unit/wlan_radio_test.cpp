@@ -34,4 +34,18 @@ TEST(WLANRadio, EveryFieldCountsForEquivalenceTheTimesDoNot) {
     }
 }
 
+TEST(WLANRadio, TextNamesWhatItIsAbleToDoAboveItsChannels) {
+    const ChannelList channels({channel(1, 2412000), channel(6, 2437000)});
+    const WLANRadio radio({MACAddress({2, 0, 0, 0, 0, 1}), 1}, {ChannelWidth::HT20, 2}, {},
+                          0b0101000, 0b10000001, channels);
+    std::ostringstream os;
+    os << std::hex << std::setw(999) << radio << WLANRadio({});
+    EXPECT_EQ(os.width(), 999);
+    EXPECT_EQ(os.str(),
+              "radio id: 02:00:00:00:00:01, rx streams: [20 MHz: 2], tx streams: [], "
+              "PHY modes: [n, ax], MLO modes: [RESERVED_0, STR]\n" +
+                  channels.to_string() +
+                  "radio id: ---, rx streams: [], tx streams: [], PHY modes: [], MLO modes: []\n");
+}
+
 }  // namespace nuv::test

@@ -41,14 +41,16 @@ TEST(YAJLStream, TellsTheFirstWriterThatFoundTheStreamFullAndEveryOneAfterIt) {
     }
 }
 
-TEST(YAJLStream, HonoursUnitBufferingAndAFailBitOfBefore) {
+TEST(YAJLStream, HonoursUnitBufferingAndAFailBitOfBeforeAndIgnoresAnEndOfFile) {
     FullBuffer buffer(100);
     std::ostream os(&buffer);
     os << std::unitbuf;
     EXPECT_TRUE(YAJLStream(os, Indentation::COMPACT).write_null() && buffer.syncs == 1);
+    os.setstate(std::ios::eofbit);
+    EXPECT_TRUE(YAJLStream(os, Indentation::COMPACT).write_bool(true) && os.eof() && !os.fail());
     os.setstate(std::ios::failbit);
     EXPECT_FALSE(YAJLStream(os, Indentation::COMPACT).write_null());
-    EXPECT_EQ(buffer.text, "null");
+    EXPECT_EQ(buffer.text, "nulltrue");
 }
 
 TEST(YAJLStream, RefusesWhatIsNoJson) {

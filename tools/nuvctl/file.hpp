@@ -4,8 +4,10 @@
 #include <cerrno>
 #include <cstdio>
 #include <memory>
+#include <span>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 
 namespace nuvctl {
 
@@ -37,8 +39,32 @@ struct CloseFile {
 /// An open file; closed with the object, standard input and output are not.
 using File = std::unique_ptr<std::FILE, CloseFile>;
 
-/// Each opens the file `name`; "-" is standard input or output. Throws FileError, also for a folder.
-File open_to_read(const std::string& name);
-File open_to_write(const std::string& name);
+/// Opens the file `name`, with `flags` of open(2); "-" is standard input. Throws FileError, also for a
+/// folder.
+File open_to_read(const std::string& name, int flags = 0);
+
+/// A file to write. A regular one is written beside the place of its name and renamed when it is
+/// complete: until then an older file of that name stays as it is.
+class OutputFile {
+public:
+    /// Opens the file `name`; "-" is standard output. Throws FileError, also for a folder and for one of
+    /// the files `inputs`, of which "-" is standard input.
+    OutputFile(const std::string& name, std::span<const std::string> inputs);
+    /// Removes a file that is not complete.
+    ~OutputFile();
+    OutputFile(const OutputFile&) = delete;
+    OutputFile& operator=(const OutputFile&) = delete;
+
+    /// Writes the octets through to the file. Throws OutputError.
+    void write(std::string_view octets);
+    /// Gives the file its name; everything is written. Throws OutputError.
+    void complete();
+
+private:
+    std::string name_;
+    std::string target_;     // the name behind symbolic links
+    std::string temporary_;  // empty if the file has its name from the beginning
+    File stream_;
+};
 
 }  // namespace nuvctl

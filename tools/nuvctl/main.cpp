@@ -4,6 +4,7 @@
 #include <iostream>
 
 #include "commands/command_line.hpp"
+#include "commands/report.hpp"
 
 int main(int argc, char** argv) {
     constexpr int failure = 1;
@@ -13,7 +14,7 @@ int main(int argc, char** argv) {
     try {
         return nuvctl::run(argc, argv);
     } catch (const std::exception& error) {
-        std::cerr << "nuvctl: " << error.what() << '\n';
+        nuvctl::report(error.what());
         return failure;
     }
 }

@@ -23,6 +23,9 @@ namespace nuv::ieee802_11 {
 /// what follows the MAC header. On the wire: capability information (2 octets), listen interval
 /// (2), the SSID element, the other elements.
 ///
+/// The frame check sequence (FCS), the last four octets of a frame, does not belong to the body: cut it
+/// off before reading, or it is read as one more element.
+///
 /// A Reassociation Request carries the current AP's address (6 octets) behind the listen interval,
 /// which has no place here: cut it out before reading, or the SSID's length is found invalid.
 ///

@@ -130,7 +130,7 @@ public:
     }
 
     VendorElements get_vendor_specific() const;
-    /// More than MAX_VENDOR_ELEMENTS are written, but nobody reads them.
+    /// Throws std::invalid_argument, with the ones before kept, for more than MAX_VENDOR_ELEMENTS.
     void set_vendor_specific(const VendorElements& subelements);
 
     void serialize_impl(std::ostream& os, serialization::SerializationContext& ctx) const override;
@@ -142,6 +142,7 @@ public:
     void deserialize_from(impl::ByteCursor& source,
                           serialization::SerializationContext& ctx) override;
     void assign_fields(IEEE802_11_FieldSource& source) override;
+    void check_fields() const override;
 
 protected:
     bool equal_fields(const IEEE802_11_MeasurementReportFieldBase& other) const override;

@@ -30,9 +30,9 @@ public:
     void visit_fields(IEEE802_11_FieldVisitor& visitor) const override;
     void deserialize_from(impl::ByteCursor& source,
                           serialization::SerializationContext& ctx) override;
+    void check_fields() const override;
 
 protected:
-    void check_fields() const override;
     void write_body(std::ostream& os, serialization::SerializationContext& ctx) const override;
     bool equal_fields(const IEEE802_11_Element_Base& other) const override;
 

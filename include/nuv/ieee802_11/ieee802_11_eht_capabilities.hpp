@@ -23,6 +23,7 @@ struct IEEE802_11_EHTMaps {
 ///
 /// Which maps are there is not on the wire: for the first three it follows from the HE Capabilities
 /// of the same frame and is told to the constructor, for the 320 MHz one from PHY bit 1.
+/// Deliberate: elements with different maps are equal if their values are; an absent map is zero.
 class NUV_EXPORT IEEE802_11_EHTCapabilities
     : public IEEE802_11_LayoutElement<IEEE802_11_EHTCapabilities,
                                       IEEE802_11_Element_ID::ELEMENT_ID_EXTENSION,

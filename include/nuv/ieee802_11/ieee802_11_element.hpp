@@ -32,9 +32,9 @@ public:
     std::uint32_t get_length() const override;
     void visit_fields(IEEE802_11_FieldVisitor& visitor) const override;
     void assign_fields(IEEE802_11_FieldSource& source) override;
+    void check_fields() const override;
 
 protected:
-    void check_fields() const override;
     void check_length(std::uint8_t length) const override;
     void write_body(std::ostream& os, serialization::SerializationContext& ctx) const override;
     void read_body(impl::ByteCursor& body, serialization::SerializationContext& ctx) override;

@@ -43,7 +43,8 @@ public:
     virtual std::uint32_t get_length() const = 0;
     virtual IEEE802_11_Element_ID get_type() const = 0;
     virtual IEEE802_11_Element_ID_Extension get_extension_type() const = 0;
-    /// Same ID, same extension and equal fields. A typed element never equals a raw one.
+    /// Same ID, same extension and equal fields. Deliberate: a typed element never equals a raw
+    /// one, nor one of a class that is derived from its own.
     virtual bool operator==(const IEEE802_11_Element_Base& other) const;
 
     /// Reads the element that begins at the first of `bytes`: as deserialize_impl from a stream
@@ -64,6 +65,10 @@ public:
     /// and may leave the fields partly replaced then. What cannot be written is refused on writing.
     virtual void assign_fields(IEEE802_11_FieldSource& source);
 
+    /// Throws the SerializationException with which serialize_impl() refuses the fields: "Invalid
+    /// length" for more than 255 octets behind the Length octet, unless they can be continued.
+    virtual void check_fields() const;
+
 protected:
     IEEE802_11_Element_Base() = default;
     IEEE802_11_Element_Base(const IEEE802_11_Element_Base&) = default;
@@ -71,9 +76,6 @@ protected:
     IEEE802_11_Element_Base& operator=(const IEEE802_11_Element_Base&) = default;
     IEEE802_11_Element_Base& operator=(IEEE802_11_Element_Base&&) = default;
 
-    /// Throws what forbids to write the element: "Invalid length" for more than 255 octets behind the
-    /// Length octet, unless they can be continued.
-    virtual void check_fields() const;
     /// Each throws what forbids to read an element with this octet in its header.
     virtual void check_id(std::uint8_t id) const;
     virtual void check_length(std::uint8_t length) const;

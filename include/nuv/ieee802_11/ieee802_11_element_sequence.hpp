@@ -45,8 +45,9 @@ public:
         return nullptr;
     }
 
-    /// Appends the element, not null, with the octets as which it writes itself. Throws its
-    /// SerializationException, changing nothing, if it refuses.
+    /// Appends the element with the octets as which it writes itself and a Length octet that counts
+    /// them, also for Non-Inheritance. Throws its SerializationException, changing nothing, if it
+    /// refuses, and std::invalid_argument for null.
     void add_element(ElementPtr element);
     /// Appends the element that was read from these octets, which are none of this object's own.
     void add_element(ElementPtr element, std::span<const std::uint8_t> octets);

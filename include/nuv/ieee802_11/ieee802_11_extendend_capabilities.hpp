@@ -29,15 +29,16 @@ public:
     const ExtraBytes& get_extra_bytes() const { return extra_bytes_; }
     void set_extra_bytes(const ExtraBytes& extra_bytes) { extra_bytes_ = extra_bytes; }
 
-    /// Octets of the body as it is written, modulo 256.
+    /// Octets of the body as it is written. Deliberate: kept in 8 bits, so that 246 extra octets,
+    /// which are refused on writing, give a get_length() of 2.
     std::uint8_t bytes_to_send() const;
 
     std::uint32_t get_length() const override;
     void visit_fields(IEEE802_11_FieldVisitor& visitor) const override;
     void assign_fields(IEEE802_11_FieldSource& source) override;
+    void check_fields() const override;
 
 protected:
-    void check_fields() const override;
     void write_body(std::ostream& os, serialization::SerializationContext& ctx) const override;
     void read_body(impl::ByteCursor& body, serialization::SerializationContext& ctx) override;
     bool equal_fields(const IEEE802_11_Element_Base& other) const override;

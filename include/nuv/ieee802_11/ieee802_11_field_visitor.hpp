@@ -11,7 +11,8 @@ namespace nuv::ieee802_11 {
 
 /// Is shown the fields of an element, in wire order, under their names: the way from a typed
 /// element to a text, JSON or a table without knowing its class. Inside a list the names are empty;
-/// an object groups named fields.
+/// an object groups named fields. Behind a code, such as "phy_type", stands its text, "phy_type_name",
+/// behind the ID of a nested element or subelement its "name", where there is one.
 class NUV_EXPORT IEEE802_11_FieldVisitor {
 public:
     virtual ~IEEE802_11_FieldVisitor() = default;

@@ -60,9 +60,9 @@ public:
     std::uint32_t get_length() const override;
     void visit_fields(IEEE802_11_FieldVisitor& visitor) const override;
     void assign_fields(IEEE802_11_FieldSource& source) override;
+    void check_fields() const override;
 
 protected:
-    void check_fields() const override;
     void check_id(std::uint8_t id) const override;
     void write_body(std::ostream& os, serialization::SerializationContext& ctx) const override;
     void read_body(impl::ByteCursor& body, serialization::SerializationContext& ctx) override;
@@ -77,7 +77,7 @@ private:
     FieldPtr measurement_report_field_;
 };
 
-/// Writes a text form, for people.
+/// Writes a text form, for people. The stream's width, fill and flags neither matter nor change.
 NUV_EXPORT std::ostream& operator<<(std::ostream& os, const IEEE802_11_MeasurementReport& report);
 
 }  // namespace nuv::ieee802_11

@@ -33,7 +33,8 @@ public:
     virtual MeasurementType get_measurement_type() const = 0;
     /// Same class and equal fields.
     virtual bool operator==(const IEEE802_11_MeasurementReportFieldBase& other) const;
-    /// Writes the text form, for people.
+    /// Writes the text form, for people. The stream's width, fill and flags neither matter nor
+    /// change.
     virtual void serialize_string_impl(std::ostream& os) const;
 
     /// Reads the field that begins at the first of `bytes`: as deserialize_impl from a stream over
@@ -50,6 +51,10 @@ public:
 
     /// Takes every field from `source`, as visit_fields() shows them. Throws what the source throws.
     virtual void assign_fields(IEEE802_11_FieldSource& source) = 0;
+
+    /// Throws the SerializationException with which serialize_impl() refuses the field; a report
+    /// asks before it writes its first octet. Nothing is refused by default.
+    virtual void check_fields() const {}
 
 protected:
     explicit IEEE802_11_MeasurementReportFieldBase(std::uint8_t max_consume_length)

@@ -12,6 +12,7 @@
 #include "nuv/ieee802_11/ieee802_11_element_sequence.hpp"
 #include "nuv/ieee802_11/ieee802_11_raw_element.hpp"
 #include "nuv/mac_address.hpp"
+#include "nuv/small_vector.hpp"
 
 namespace nuv::ieee802_11 {
 
@@ -40,6 +41,8 @@ public:
         PRIORITY_ACCESS = 4,
     };
 
+    using Surplus = SmallVector<std::uint8_t, 8>;
+
     /// A Basic element without optional fields and links.
     IEEE802_11_MultiLink() = default;
     explicit IEEE802_11_MultiLink(Mode mode) : mode_(mode) {}
@@ -59,9 +62,10 @@ public:
         require_basic();
         mld_mac_address_ = address;
     }
-    /// The link on which the sender transmits, 0 to 14 (its high four bits are reserved).
+    /// The link on which the sender transmits, 0 to 14. Of what was read also the high four bits,
+    /// which are reserved; setting throws std::invalid_argument beyond 15.
     std::optional<std::uint8_t> get_link_id() const { return if_present(link_id, link_id_); }
-    void set_link_id(std::optional<std::uint8_t> value) { set(link_id, link_id_, value); }
+    void set_link_id(std::optional<std::uint8_t> value);
     std::optional<std::uint8_t> get_bss_parameters_change_count() const {
         return if_present(change_count, bss_parameters_change_count_);
     }
@@ -97,6 +101,13 @@ public:
     void set_extended_mld_capabilities(const std::optional<std::bitset<16>>& value) {
         set(extended_mld, extended_mld_capabilities_, value);
     }
+    /// Octets that the Common Info's length counts behind these fields: later editions append
+    /// there. Where the length cannot count them, writing throws "Invalid length".
+    const Surplus& get_common_info_surplus() const { return common_info_surplus_; }
+    void set_common_info_surplus(const Surplus& octets) {
+        require_basic();
+        common_info_surplus_ = octets;
+    }
 
     /// Link Info of a Basic element: IEEE802_11_PerSTAProfile, everything else raw.
     const IEEE802_11_ElementSequence& get_link_info() const { return link_info_; }
@@ -110,6 +121,7 @@ public:
 
     /// The shape of EHT Capabilities in profiles that inherit their HE Capabilities from the frame.
     void inherit_eht_maps(const IEEE802_11_EHTMaps& maps) { eht_maps_ = maps; }
+    const std::optional<IEEE802_11_EHTMaps>& inherited_eht_maps() const { return eht_maps_; }
 
     std::uint32_t get_length() const override;
     /// ELEMENT_ID_EXTENSION, or BASIC_MULTI_LINK_SUBELEMENT in a Neighbor Report.
@@ -117,11 +129,11 @@ public:
     IEEE802_11_Element_ID_Extension get_extension_type() const override;
     void visit_fields(IEEE802_11_FieldVisitor& visitor) const override;
     void assign_fields(IEEE802_11_FieldSource& source) override;
+    void check_fields() const override;
 
 protected:
     void check_id(std::uint8_t id) const override;
     void check_extension(std::uint8_t extension) const override;
-    void check_fields() const override;
     void write_body(std::ostream& os, serialization::SerializationContext& ctx) const override;
     void read_body(impl::ByteCursor& body, serialization::SerializationContext& ctx) override;
     bool equal_fields(const IEEE802_11_Element_Base& other) const override;
@@ -166,7 +178,7 @@ private:
     std::bitset<16> mld_capabilities_;
     std::uint8_t ap_mld_id_ = 0;
     std::bitset<16> extended_mld_capabilities_;
-    SmallVector<std::uint8_t, 8> common_info_surplus_;
+    Surplus common_info_surplus_;
     IEEE802_11_ElementSequence link_info_;
     IEEE802_11_Body body_;
     std::optional<IEEE802_11_EHTMaps> eht_maps_;

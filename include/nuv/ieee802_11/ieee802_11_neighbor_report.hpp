@@ -50,6 +50,11 @@ public:
         /// throws.
         virtual void assign_fields(IEEE802_11_FieldSource& source) = 0;
 
+        /// Throws the SerializationException with which serialize_impl() refuses the subelement; a
+        /// report asks before it writes its first octet. By default that is "Invalid length" for
+        /// more than 255 octets behind the Length octet.
+        virtual void check_fields() const;
+
     protected:
         SubElementBase() = default;
         // Subelements are owned one by one.
@@ -125,6 +130,7 @@ public:
         void deserialize_from(impl::ByteCursor& source,
                               serialization::SerializationContext& ctx) override;
         void assign_fields(IEEE802_11_FieldSource& source) override;
+        void check_fields() const override { element_.check_fields(); }
 
     protected:
         bool equal_fields(const SubElementBase& other) const override;
@@ -169,10 +175,10 @@ public:
 
     using BSSIDInformation = std::bitset<32>;
     using SubElementPtr = std::unique_ptr<SubElementBase>;
-    /// None of them may be null.
     using SubElementList = std::vector<SubElementPtr>;
 
     IEEE802_11_NeighborReport() = default;
+    // Each throws std::invalid_argument for a null subelement.
     IEEE802_11_NeighborReport(const MACAddress& bssid, const BSSIDInformation& bssid_information,
                               std::uint8_t operating_class, std::uint8_t channel_number,
                               PHYType phy_type, SubElementList sub_elements = {});
@@ -202,7 +208,7 @@ public:
 
     /// The first subelement of this ID, null without one. Valid until the next change.
     const SubElementBase* get_first_sub_element_by_id(IEEE802_11_NeigborReportSubelem_ID id) const;
-    /// In wire order; none may be null.
+    /// In wire order. Everything that looks at a null subelement throws std::invalid_argument.
     SubElementList& sub_elements() { return sub_elements_; }
     const SubElementList& sub_elements() const { return sub_elements_; }
 
@@ -211,9 +217,9 @@ public:
     std::uint32_t get_length() const override;
     void visit_fields(IEEE802_11_FieldVisitor& visitor) const override;
     void assign_fields(IEEE802_11_FieldSource& source) override;
+    void check_fields() const override;
 
 protected:
-    void check_fields() const override;
     void check_id(std::uint8_t id) const override;
     void write_body(std::ostream& os, serialization::SerializationContext& ctx) const override;
     void read_body(impl::ByteCursor& body, serialization::SerializationContext& ctx) override;
@@ -230,7 +236,7 @@ private:
     SubElementList sub_elements_;
 };
 
-/// Writes a text form, for people.
+/// Writes a text form, for people. The stream's width, fill and flags neither matter nor change.
 NUV_EXPORT std::ostream& operator<<(std::ostream& os, const IEEE802_11_NeighborReport& report);
 
 }  // namespace nuv::ieee802_11

@@ -12,7 +12,7 @@ namespace nuv::ieee802_11 {
 /// Deliberate: its length counts one octet more than are written, and so does the Length octet;
 /// peers of this library expect that. A frame that carries an element written here reads back one
 /// octet off behind it, or, if nothing follows, with the fail bit set on a memory stream. Elements
-/// of other senders read as they should.
+/// of other senders read as they should. In a per-STA profile it is written with its real Length.
 class NUV_EXPORT IEEE802_11_Non_Inheritance
     : public IEEE802_11_LayoutElement<IEEE802_11_Non_Inheritance,
                                       IEEE802_11_Element_ID::ELEMENT_ID_EXTENSION,
@@ -26,7 +26,8 @@ public:
     const ExtendedIds& get_extended_ids() const { return extended_ids_; }
     void set_extended_ids(const ExtendedIds& ids) { extended_ids_ = ids; }
 
-    /// One more than are written, see above.
+    /// One more than are written, see above. Deliberate: so 252 IDs in both lists together can be
+    /// read, but are refused on writing with "Invalid length".
     std::uint32_t get_length() const override;
 
 private:

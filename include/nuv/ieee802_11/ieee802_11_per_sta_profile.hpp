@@ -11,6 +11,7 @@
 #include "nuv/ieee802_11/ieee802_11_element.hpp"
 #include "nuv/ieee802_11/ieee802_11_element_sequence.hpp"
 #include "nuv/mac_address.hpp"
+#include "nuv/small_vector.hpp"
 
 namespace nuv::ieee802_11 {
 
@@ -22,6 +23,8 @@ namespace nuv::ieee802_11 {
 /// Reading throws SerializationException "Invalid length" where a length inside does not fit.
 class NUV_EXPORT IEEE802_11_PerSTAProfile : public IEEE802_11_Element<IEEE802_11_Element_ID::SSID> {
 public:
+    using Surplus = SmallVector<std::uint8_t, 8>;
+
     /// A link ID that denotes no link.
     static constexpr std::uint8_t NO_LINK = 15;
 
@@ -58,7 +61,7 @@ public:
     }
     /// Of the link's TSF timer to the one of the transmitting link, in units of 2 us.
     std::optional<std::int64_t> get_tsf_offset() const {
-        return if_present(tsf_offset, static_cast<std::int64_t>(tsf_offset_.to_ullong()));
+        return if_present(tsf_offset, static_cast<std::int64_t>(tsf_offset_));
     }
     void set_tsf_offset(std::optional<std::int64_t> value) {
         mark(tsf_offset, value.has_value());
@@ -92,6 +95,14 @@ public:
         set(change_count, bss_parameters_change_count_, value);
     }
 
+    /// Octets that the STA Info's length counts behind these fields: later editions append there.
+    /// Where the length cannot count them, writing throws "Invalid length".
+    const Surplus& get_sta_info_surplus() const { return sta_info_surplus_; }
+    void set_sta_info_surplus(const Surplus& octets) {
+        sta_info_surplus_ = octets;
+        has_sta_info_ = true;
+    }
+
     /// None where the profile ends before it.
     const std::optional<std::bitset<16>>& get_capability_information() const {
         return capability_information_;
@@ -112,10 +123,10 @@ public:
     std::uint32_t get_length() const override;
     void visit_fields(IEEE802_11_FieldVisitor& visitor) const override;
     void assign_fields(IEEE802_11_FieldSource& source) override;
-
-protected:
     /// "Invalid length" if the STA Info is longer than its length octet can say.
     void check_fields() const override;
+
+protected:
     void write_body(std::ostream& os, serialization::SerializationContext& ctx) const override;
     void read_body(impl::ByteCursor& body, serialization::SerializationContext& ctx) override;
     bool equal_fields(const IEEE802_11_Element_Base& other) const override;
@@ -157,13 +168,13 @@ private:
     bool has_sta_info_ = true;  // absent where nothing but the link is told
     MACAddress sta_mac_address_;
     std::uint16_t beacon_interval_ = 0;
-    std::bitset<64> tsf_offset_;
+    std::uint64_t tsf_offset_ = 0;  // of a signed number
     std::uint8_t dtim_count_ = 0;
     std::uint8_t dtim_period_ = 0;
     std::uint8_t nstr_bitmap_ = 0;
     std::uint8_t nstr_bitmap_high_ = 0;
     std::uint8_t bss_parameters_change_count_ = 0;
-    SmallVector<std::uint8_t, 8> sta_info_surplus_;
+    Surplus sta_info_surplus_;
     std::optional<std::bitset<16>> capability_information_;
     IEEE802_11_ElementSequence elements_;
     std::optional<IEEE802_11_EHTMaps> eht_maps_;

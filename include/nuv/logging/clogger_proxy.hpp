@@ -12,6 +12,9 @@ namespace nuv::logging {
 
 /// A named logger of the platform; the empty name is the platform's default logger. What the
 /// arguments of its outputs mean is told in nuv_platform/clog.h.
+///
+/// A record does not make its logger: records are dropped until the platform, get_clogger() or a
+/// function that configures the logger has made it.
 class NUV_EXPORT CloggerProxy {
 public:
     CloggerProxy(const std::string& name, bool set_default, bool add_main_module);

@@ -2,17 +2,10 @@
 // What the test double promises beyond the contract.
 #include "nuv_platform/fake/fake_platform.hpp"
 
-#include <gtest/gtest.h>
-
-#include <array>
-#include <chrono>
-#include <stdexcept>
-#include <string>
-#include <vector>
-
 #include "nuv_platform/clock.h"
 #include "nuv_platform/clog.h"
 #include "nuv_platform/ifwatch.h"
+#include "tests/support/test.hpp"
 
 namespace nuv::platform {
 namespace {

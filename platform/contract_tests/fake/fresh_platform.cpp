@@ -1,11 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // Each test of the suite gets a test double of its own.
-#include <gtest/gtest.h>
-
-#include <memory>
-#include <optional>
-
 #include "nuv_platform/fake/fake_platform.hpp"
+#include "tests/support/test.hpp"
 
 namespace {
 

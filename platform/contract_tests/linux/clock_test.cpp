@@ -1,9 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "nuv_platform/clock.h"
-
-#include <gtest/gtest.h>
-
-#include <chrono>
+#include "tests/support/test.hpp"
 
 TEST(Clock, IsTheSteadyClock) {
     const auto steady = [] {

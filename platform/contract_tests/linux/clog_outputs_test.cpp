@@ -1,15 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 // The outputs of the reference logger that leave the process.
 #include <fcntl.h>
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
 #include <pthread.h>
 #include <sys/mman.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <atomic>
 #include <cerrno>
 #include <csignal>
@@ -17,14 +14,11 @@
 #include <cstring>
 #include <filesystem>
 #include <fstream>
-#include <map>
-#include <sstream>
-#include <string>
 #include <thread>
-#include <vector>
 
 #include "nuv_platform/clog.h"
 #include "nuv_platform/clog_ring.h"
+#include "tests/support/test.hpp"
 
 namespace {
 
@@ -57,7 +51,12 @@ std::string read_ring(const std::string& name) {
 class ClogOutputs : public testing::Test {
 public:
     ClogOutputs() { fs::create_directory(folder); }
-    ~ClogOutputs() override { fs::remove_all(folder); }
+    ~ClogOutputs() override {
+        clogger_rm_file(logger, file.c_str());
+        clogger_rm_shringbuf(logger, name.c_str());
+        clogger_disable_stderr(logger);
+        fs::remove_all(folder);
+    }
 
 protected:
     void log(const std::string& text) { clogger__info(logger, "f", "g", 1, "%s", text.c_str()); }
@@ -145,9 +144,6 @@ TEST_F(ClogOutputs, ControlOctetsAreEscapedExceptANewlineThatBeginsTheText) {
     EXPECT_EQ(content(file), lines);
     EXPECT_EQ(read_ring(name), lines);
     clogger_rm_function(logger, keep, &raw);
-    clogger_rm_file(logger, file.c_str());
-    clogger_rm_shringbuf(logger, name.c_str());
-    clogger_disable_stderr(logger);
 }
 
 TEST_F(ClogOutputs, FileThatCannotBeOpenedIsRefusedWithTheReason) {
@@ -169,7 +165,6 @@ TEST_F(ClogOutputs, FileThatCannotBeReopenedLosesLinesOnly) {
     fs::rename(aside, folder);
     log("back");
     EXPECT_EQ(content(file), std::string(90, 'a') + "\nback\n");
-    EXPECT_EQ(clogger_rm_file(logger, file.c_str()), 0);
 }
 
 TEST_F(ClogOutputs, BrokenPipeLosesTheRecordAndLeavesSigpipeAlone) {
@@ -216,8 +211,6 @@ TEST_F(ClogOutputs, BrokenPipeLosesTheRecordAndLeavesSigpipeAlone) {
         static_cast<std::size_t>(std::max<ssize_t>(0, ::read(reader, text.data(), text.size()))));
     EXPECT_EQ(text, "read\n");
     ::close(reader);
-    EXPECT_EQ(clogger_disable_stderr(logger), 0);
-    EXPECT_EQ(clogger_rm_file(logger, file.c_str()), 0);
     ::dup2(own_stderr, STDERR_FILENO);
     ::close(own_stderr);
     std::signal(SIGPIPE, handler);
@@ -298,7 +291,6 @@ TEST_F(ClogOutputs, ChildrenForkedWhileThreadsLogMayLog) {
     }
     stop = true;
     busy.join();
-    EXPECT_EQ(clogger_rm_file(logger, file.c_str()), 0);
     std::istringstream lines(content(file));
     std::map<std::string, int> count;
     for (std::string line; std::getline(lines, line);) {
@@ -375,7 +367,6 @@ TEST_F(ClogOutputs, RingOutlivesItsProcessAndIsContinued) {
     clogger* const other = clogger_alloc((name + ".other").c_str());
     EXPECT_EQ(clogger_add_shringbuf(other, name.c_str(), 2048, 31, 0), -EBUSY);
     EXPECT_EQ(read_ring(name), "larger\n");
-    EXPECT_EQ(clogger_rm_shringbuf(logger, name.c_str()), 0);
 }
 
 }  // namespace

@@ -14,6 +14,7 @@ extern "C" {
  * Reads the hardware address of the network interface `ifname` into `out`, in transmission order.
  *
  * `ifname` is NUL-terminated, not NULL, at most 15 characters. Any thread; does not block.
+ * Interfaces with a 48-bit address are Ethernet, loopback and 802.11 monitor interfaces.
  *
  * | result | meaning                                                              |
  * |--------|----------------------------------------------------------------------|

@@ -141,20 +141,20 @@ void Container::clear() {
 template <class Source>
 void Container::read_from(Source& source, SerializationContext& ctx) {
     clear();
-    for (int octet = source.peek(); source.good(); octet = source.peek()) {
+    for (int octet = impl::peek(source); source.good(); octet = impl::peek(source)) {
         const auto id = static_cast<ID>(octet);
         auto extension = Ext::NO_EXTENSION;
         ElementPtr element;
         if (id == ID::ELEMENT_ID_EXTENSION) {
-            source.seekg(2, std::ios_base::cur);
-            extension = static_cast<Ext>(source.peek());
+            impl::skip(source, 2);
+            extension = static_cast<Ext>(impl::peek(source));
             if (!source.good()) {
                 NUV_LOG(log_module, error)
                     << "Error reading extended element ID. f: " << source.fail()
                     << " b: " << source.bad() << " e: " << source.eof();
                 throw SerializationException("Error reading extended element ID!");
             }
-            source.seekg(-2, std::ios_base::cur);
+            impl::skip(source, -2);
             element = create_extended_element(extension);
         } else {
             element = create_element(id);

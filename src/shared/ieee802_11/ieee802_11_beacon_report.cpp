@@ -5,8 +5,10 @@
 #include <istream>
 #include <ostream>
 #include <span>
+#include <stdexcept>
 #include <string>
 
+#include "internal/classic_stream.hpp"
 #include "internal/ieee802_11/element_layout.hpp"
 #include "internal/log_module.hpp"
 
@@ -117,6 +119,10 @@ IEEE802_11_BeaconReport::VendorElements IEEE802_11_BeaconReport::get_vendor_spec
 }
 
 void IEEE802_11_BeaconReport::set_vendor_specific(const VendorElements& subelements) {
+    if (subelements.size() > MAX_VENDOR_ELEMENTS) {
+        throw std::invalid_argument("A beacon report has at most " +
+                                    std::to_string(MAX_VENDOR_ELEMENTS) + " vendor elements");
+    }
     vendor_specific_.clear();
     for (const IEEE802_11_DummyElement& subelement : subelements) {
         vendor_specific_.push_back(size_of(subelement));
@@ -130,7 +136,14 @@ std::uint32_t IEEE802_11_BeaconReport::get_length() const {
     return length;
 }
 
+void IEEE802_11_BeaconReport::check_fields() const {
+    Layout::for_each_subelement(*this, [](IEEE802_11_Element_ID id, Size size) {
+        IEEE802_11_DummyElement(id, size).check_fields();
+    });
+}
+
 void IEEE802_11_BeaconReport::serialize_impl(std::ostream& os, SerializationContext& ctx) const {
+    check_fields();
     Layout::fields::write(*this, os, ctx);
     Layout::for_each_subelement(*this, [&](IEEE802_11_Element_ID id, Size size) {
         IEEE802_11_DummyElement(id, size).serialize_impl(os, ctx);
@@ -155,7 +168,9 @@ void IEEE802_11_BeaconReport::read_from(Source& source, SerializationContext& ct
     if (length >= limit) {
         return;
     }
-    const auto next_id = [&source] { return static_cast<IEEE802_11_Element_ID>(source.peek()); };
+    const auto next_id = [&source] {
+        return static_cast<IEEE802_11_Element_ID>(impl::peek(source));
+    };
     const auto read_subelement = [&](IEEE802_11_Element_ID id, const char* name) {
         IEEE802_11_DummyElement subelement(id);
         impl::read_value(source, ctx, subelement);
@@ -210,25 +225,27 @@ bool IEEE802_11_BeaconReport::equal_fields(
 }
 
 void IEEE802_11_BeaconReport::serialize_string_impl(std::ostream& os) const {
-    IEEE802_11_MeasurementReportFieldBase::serialize_string_impl(os);
-    os << '\n'
-       << +operating_class_ << " (operating class)\n"
-       << +channel_number_ << " (channel number)\n"
-       << actual_measurement_start_time_ << " (measurement start time)\n"
-       << measurement_duration_ << " (measurement_duration)\n"
-       << reported_frame_information_ << " (reported frame information)\n"
-       << +rcpi_ << " (RCPI)\n"
-       << +rsni_ << " (RSNI)\n"
-       << bssid_ << " (BSSID)\n"
-       << +antenna_id_ << " (antenna ID)\n"
-       << parent_tsf_ << " (parent TSF)\n";
+    impl::ClassicStream text;
+    IEEE802_11_MeasurementReportFieldBase::serialize_string_impl(text);
+    text << '\n'
+         << +operating_class_ << " (operating class)\n"
+         << +channel_number_ << " (channel number)\n"
+         << actual_measurement_start_time_ << " (measurement start time)\n"
+         << measurement_duration_ << " (measurement_duration)\n"
+         << reported_frame_information_ << " (reported frame information)\n"
+         << +rcpi_ << " (RCPI)\n"
+         << +rsni_ << " (RSNI)\n"
+         << bssid_ << " (BSSID)\n"
+         << +antenna_id_ << " (antenna ID)\n"
+         << parent_tsf_ << " (parent TSF)\n";
     if (reported_frame_body_) {
-        os << "included (reported frame body)\n";
+        text << "included (reported frame body)\n";
     }
     if (wide_bandwidth_channel_switch_) {
-        os << "included (wide bandwith channel switch)\n";  // misspelt; readers match it
+        text << "included (wide bandwith channel switch)\n";  // misspelt; readers match it
     }
-    os << vendor_specific_.size() << " (vendor elements)\n";
+    text << vendor_specific_.size() << " (vendor elements)\n";
+    impl::write_text(os, text.view());
 }
 
 void IEEE802_11_BeaconReport::visit_fields(IEEE802_11_FieldVisitor& visitor) const {
@@ -237,6 +254,10 @@ void IEEE802_11_BeaconReport::visit_fields(IEEE802_11_FieldVisitor& visitor) con
     Layout::for_each_subelement(*this, [&](IEEE802_11_Element_ID id, Size size) {
         visitor.open_object({});
         visitor.number("id", static_cast<std::uint8_t>(id));
+        visitor.text("name", id == REPORTED_FRAME_BODY_ID ? "Reported Frame Body"
+                             : id == WIDE_BANDWIDTH_CHANNEL_SWITCH_ID
+                                 ? "Wide Bandwidth Channel Switch"
+                                 : "Vendor Specific");
         visitor.number("length", size);
         visitor.close_object();
     });
@@ -249,6 +270,7 @@ void IEEE802_11_BeaconReport::assign_fields(IEEE802_11_FieldSource& source) {
     for (std::size_t count = source.open_list("subelements"); count > 0; --count) {
         source.open_object({});
         const auto id = static_cast<IEEE802_11_Element_ID>(source.number("id", 8));
+        layout::skip_meaning(source, "name");
         const auto size = static_cast<Size>(source.number("length", 8));
         const bool before_vendors = vendor_specific_.empty();
         if (id == VENDOR_SPECIFIC_ID && vendor_specific_.size() < MAX_VENDOR_ELEMENTS) {

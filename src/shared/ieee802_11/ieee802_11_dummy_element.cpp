@@ -38,7 +38,7 @@ void IEEE802_11_DummyElement::read_from(Source& source, SerializationContext& ct
         throw SerializationException(length_error);
     }
     body_length_ = length;
-    source.seekg(body_length_, std::ios_base::cur);
+    impl::skip(source, body_length_);
     if (source.fail()) {
         throw SerializationException("Seek failed");
     }

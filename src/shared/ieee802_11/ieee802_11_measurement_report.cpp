@@ -92,8 +92,12 @@ std::uint32_t IEEE802_11_MeasurementReport::get_length() const {
     return static_cast<std::uint8_t>(HEADER_LENGTH + Layout::fixed_length + field);
 }
 
-// Deliberate: nothing is too long, the Length octet wraps as get_length() does.
-void IEEE802_11_MeasurementReport::check_fields() const {}
+// Deliberate: the whole is never too long, the Length octet wraps as get_length() does.
+void IEEE802_11_MeasurementReport::check_fields() const {
+    if (measurement_report_field_ != nullptr) {
+        measurement_report_field_->check_fields();
+    }
+}
 
 void IEEE802_11_MeasurementReport::check_id(std::uint8_t id) const {
     if (id != static_cast<std::uint8_t>(ELEMENT_ID)) {
@@ -146,9 +150,11 @@ void IEEE802_11_MeasurementReport::visit_fields(IEEE802_11_FieldVisitor& visitor
 void IEEE802_11_MeasurementReport::assign_fields(IEEE802_11_FieldSource& source) {
     Layout::fields::assign(*this, source);
     measurement_report_field_.reset();
-    if (source.has(field_name)) {
+    const bool required =
+        Layout::has_report(*this) && create_measurement_report_field(measurement_type_, 0);
+    if (required || source.has(field_name)) {
         source.open_object(field_name);
-        if (!Layout::has_report(*this) || !create_measurement_report_field(measurement_type_, 0)) {
+        if (!required) {
             source.fail("only beacon reports have one, without a mode bit set");
         }
         measurement_report_field_->assign_fields(source);
@@ -165,7 +171,7 @@ std::ostream& operator<<(std::ostream& os, const IEEE802_11_MeasurementReport& r
          << report.get_measurement_type() << " (type field)\n";
     const auto& field = report.get_measurement_report_field();
     field != nullptr ? text << *field << " (report)" : text << "empty";
-    return os << text.view();
+    return impl::write_text(os, text.view());
 }
 
 }  // namespace nuv::ieee802_11

@@ -15,9 +15,11 @@ bool IEEE802_11_MeasurementReportFieldBase::operator==(
 }
 
 void IEEE802_11_MeasurementReportFieldBase::serialize_string_impl(std::ostream& os) const {
-    os << get_measurement_type() << " (type actual)\n"
-       << get_length() << " (byte length)\n"
-       << +max_consume_length_ << " (max-consume-length)";
+    impl::ClassicStream text;
+    text << get_measurement_type() << " (type actual)\n"
+         << get_length() << " (byte length)\n"
+         << +max_consume_length_ << " (max-consume-length)";
+    impl::write_text(os, text.view());
 }
 
 std::ios_base::iostate IEEE802_11_MeasurementReportFieldBase::deserialize(
@@ -30,7 +32,7 @@ std::ios_base::iostate IEEE802_11_MeasurementReportFieldBase::deserialize(
 std::ostream& operator<<(std::ostream& os, const IEEE802_11_MeasurementReportFieldBase& field) {
     impl::ClassicStream text;
     field.serialize_string_impl(text);
-    return os << text.view();
+    return impl::write_text(os, text.view());
 }
 
 }  // namespace nuv::ieee802_11

@@ -7,6 +7,7 @@
 #include "internal/ieee802_11/element_layout.hpp"
 #include "internal/ieee802_11/element_sequence.hpp"
 #include "internal/ieee802_11/fragmentation.hpp"
+#include "internal/ieee802_11/link_id.hpp"
 #include "nuv/ieee802_11/ieee802_11_dummy_element.hpp"
 #include "nuv/ieee802_11/ieee802_11_per_sta_profile.hpp"
 
@@ -58,6 +59,19 @@ struct IEEE802_11_MultiLink::Layout {
 namespace {
 
 constexpr std::uint32_t control_size = 2;
+
+/// Subelements have IDs of their own.
+std::string link_info_name(IEEE802_11_Element_ID id, IEEE802_11_Element_ID_Extension extension) {
+    if (id == IEEE802_11_PerSTAProfile::ELEMENT_ID) {
+        return "Per-STA Profile";
+    }
+    if (static_cast<std::uint8_t>(id) == impl::subelement_fragment_id) {
+        return "Fragment";
+    }
+    return id == IEEE802_11_Element_ID::VENDOR_SPECIFIC ? ieee802_11_element_name(id, extension)
+                                                        : std::string();
+}
+
 using Control = BinarySerializableType<std::bitset<16>>;
 using Octets = BinarySerializableType<std::span<const std::uint8_t>>;
 
@@ -71,6 +85,11 @@ void IEEE802_11_MultiLink::set_body(const std::bitset<16>& control, const IEEE80
     Layout::CommonInfo::clear(*this);
     link_info_.clear();
     body_ = body;
+}
+
+void IEEE802_11_MultiLink::set_link_id(std::optional<std::uint8_t> value) {
+    impl::require_link_id(value.value_or(0));
+    set(link_id, link_id_, value);
 }
 
 void IEEE802_11_MultiLink::require_basic() const {
@@ -181,7 +200,7 @@ void IEEE802_11_MultiLink::visit_fields(IEEE802_11_FieldVisitor& visitor) const 
         return;
     }
     Layout::CommonInfo::visit(*this, visitor);
-    impl::visit_sequence(visitor, "link_info", link_info_);
+    impl::visit_sequence(visitor, "link_info", link_info_, link_info_name);
 }
 
 void IEEE802_11_MultiLink::assign_fields(IEEE802_11_FieldSource& source) {

@@ -7,6 +7,7 @@
 #include <limits>
 #include <ostream>
 #include <span>
+#include <stdexcept>
 #include <typeinfo>
 
 #include "internal/classic_stream.hpp"
@@ -27,12 +28,17 @@ namespace {
 constexpr std::uint32_t header_length = 2;
 
 void write_header(std::ostream& os, SerializationContext& ctx, const Report::SubElementBase& sub) {
-    const std::uint32_t length = sub.get_length() - header_length;
-    if (length > std::numeric_limits<std::uint8_t>::max()) {
-        throw SerializationException("Invalid length");
-    }
+    sub.check_fields();
     Octet::serialize(os, ctx, static_cast<std::uint8_t>(sub.get_type()));
-    Octet::serialize(os, ctx, static_cast<std::uint8_t>(length));
+    Octet::serialize(os, ctx, static_cast<std::uint8_t>(sub.get_length() - header_length));
+}
+
+/// What a list of subelements holds: its users can put anything into it.
+const Report::SubElementBase& required(const Report::SubElementPtr& sub) {
+    if (sub == nullptr) {
+        throw std::invalid_argument("A subelement of a neighbor report is null");
+    }
+    return *sub;
 }
 
 Report::SubElementPtr make_sub_element(SubID id) {
@@ -46,10 +52,45 @@ Report::SubElementPtr make_sub_element(SubID id) {
     }
 }
 
+/// Names of subelements, table 9-173.
+std::string_view name_of(SubID id) {
+    struct Row {
+        std::uint8_t id;
+        std::string_view name;
+    };
+    static constexpr auto rows = std::to_array<Row>({
+        {1, "TSF Information"},
+        {2, "Condensed Country String"},
+        {3, "BSS Transition Candidate Preference"},
+        {4, "BSS Termination Duration"},
+        {5, "Bearing"},
+        {6, "Wide Bandwidth Channel"},
+        {39, "Measurement Report"},
+        {45, "HT Capabilities"},
+        {61, "HT Operation"},
+        {62, "Secondary Channel Offset"},
+        {66, "Measurement Pilot Transmission"},
+        {70, "RM Enabled Capabilities"},
+        {71, "Multiple BSSID"},
+        {191, "VHT Capabilities"},
+        {192, "VHT Operation"},
+        {201, "Basic Multi-Link"},
+        {221, "Vendor Specific"},
+    });
+    const auto* const row = std::ranges::find(rows, static_cast<std::uint8_t>(id), &Row::id);
+    return row != rows.end() ? row->name : std::string_view();
+}
+
 }  // namespace
 
 bool Report::SubElementBase::operator==(const SubElementBase& other) const {
     return get_type() == other.get_type() && typeid(*this) == typeid(other) && equal_fields(other);
+}
+
+void Report::SubElementBase::check_fields() const {
+    if (get_length() - header_length > std::numeric_limits<std::uint8_t>::max()) {
+        throw SerializationException("Invalid length");
+    }
 }
 
 // --- BSS transition candidate preference
@@ -219,7 +260,9 @@ IEEE802_11_NeighborReport::IEEE802_11_NeighborReport(const MACAddress& bssid,
       operating_class_(operating_class),
       channel_number_(channel_number),
       phy_type_(phy_type),
-      sub_elements_(std::move(sub_elements)) {}
+      sub_elements_(std::move(sub_elements)) {
+    std::ranges::for_each(sub_elements_, required);
+}
 
 IEEE802_11_NeighborReport::IEEE802_11_NeighborReport(const MACAddress& bssid,
                                                      const BSSIDInformation& bssid_information,
@@ -228,25 +271,30 @@ IEEE802_11_NeighborReport::IEEE802_11_NeighborReport(const MACAddress& bssid,
                                                      SubElementPtr sub_element)
     : IEEE802_11_NeighborReport(bssid, bssid_information, operating_class, channel_number,
                                 phy_type) {
+    required(sub_element);
     sub_elements_.push_back(std::move(sub_element));
 }
 
 const Report::SubElementBase* Report::get_first_sub_element_by_id(SubID id) const {
     const auto found = std::ranges::find_if(
-        sub_elements_, [id](const SubElementPtr& sub) { return sub->get_type() == id; });
+        sub_elements_, [id](const SubElementPtr& sub) { return required(sub).get_type() == id; });
     return found != sub_elements_.end() ? found->get() : nullptr;
 }
 
 std::uint32_t Report::get_length() const {
     std::uint8_t sum = 0;
     for (const SubElementPtr& sub : sub_elements_) {
-        sum = static_cast<std::uint8_t>(sum + sub->get_length());
+        sum = static_cast<std::uint8_t>(sum + required(sub).get_length());
     }
     return HEADER_LENGTH + Layout::fields::fixed_length + sum;
 }
 
-// Deliberate: nothing is too long, the Length octet wraps as get_length() does.
-void Report::check_fields() const {}
+// Deliberate: the whole is never too long, the Length octet wraps as get_length() does.
+void Report::check_fields() const {
+    for (const SubElementPtr& sub : sub_elements_) {
+        required(sub).check_fields();
+    }
+}
 
 void Report::check_id(std::uint8_t id) const {
     if (id != static_cast<std::uint8_t>(ELEMENT_ID)) {
@@ -274,17 +322,20 @@ void Report::read_body(impl::ByteCursor& body, SerializationContext& ctx) {
 bool Report::equal_fields(const IEEE802_11_Element_Base& other) const {
     const auto& report = static_cast<const Report&>(other);
     return Layout::fields::equal(*this, report) &&
-           std::ranges::equal(
-               sub_elements_, report.sub_elements_,
-               [](const SubElementPtr& a, const SubElementPtr& b) { return *a == *b; });
+           std::ranges::equal(sub_elements_, report.sub_elements_,
+                              [](const SubElementPtr& a, const SubElementPtr& b) {
+                                  return required(a) == required(b);
+                              });
 }
 
 void Report::visit_fields(IEEE802_11_FieldVisitor& visitor) const {
+    std::ranges::for_each(sub_elements_, required);
     Layout::fields::visit(*this, visitor);
     visitor.open_list("subelements");
     for (const SubElementPtr& sub : sub_elements_) {
         visitor.open_object({});
         visitor.number("id", static_cast<std::uint8_t>(sub->get_type()));
+        layout::visit_meaning(visitor, "name", name_of(sub->get_type()));
         visitor.open_object("fields");
         sub->visit_fields(visitor);
         visitor.close_object();
@@ -299,6 +350,7 @@ void Report::assign_fields(IEEE802_11_FieldSource& source) {
     for (std::size_t count = source.open_list("subelements"); count > 0; --count) {
         source.open_object({});
         SubElementPtr sub = make_sub_element(static_cast<SubID>(source.number("id", 8)));
+        layout::skip_meaning(source, "name");
         source.open_object("fields");
         sub->assign_fields(source);
         source.close_object();
@@ -316,9 +368,9 @@ std::ostream& operator<<(std::ostream& os, const IEEE802_11_NeighborReport& repo
          << +report.get_channel_number() << " (channel)\n"
          << report.get_phy_type() << " (phy type)";
     for (const auto& sub : report.sub_elements()) {
-        text << '\n' << +static_cast<std::uint8_t>(sub->get_type()) << " (sub-element)";
+        text << '\n' << +static_cast<std::uint8_t>(required(sub).get_type()) << " (sub-element)";
     }
-    return os << text.view();
+    return impl::write_text(os, text.view());
 }
 
 }  // namespace nuv::ieee802_11

@@ -2,13 +2,12 @@
 #include "nuv/ieee802_11/ieee802_11_per_sta_profile.hpp"
 
 #include <functional>
-#include <stdexcept>
-#include <string>
 
 #include "internal/ieee802_11/element_factory.hpp"
 #include "internal/ieee802_11/element_layout.hpp"
 #include "internal/ieee802_11/element_sequence.hpp"
 #include "internal/ieee802_11/fragmentation.hpp"
+#include "internal/ieee802_11/link_id.hpp"
 
 namespace nuv::ieee802_11 {
 
@@ -44,7 +43,7 @@ struct IEEE802_11_PerSTAProfile::Layout {
         layout::When<layout::Always<"sta_mac_address", &E::sta_mac_address_>, has<mac_address>>,
         layout::When<layout::LittleEndian<"beacon_interval", &E::beacon_interval_>,
                      has<beacon_interval>>,
-        layout::When<layout::Always<"tsf_offset", &E::tsf_offset_>, has<tsf_offset>>,
+        layout::When<layout::LittleEndian<"tsf_offset", &E::tsf_offset_>, has<tsf_offset>>,
         layout::When<layout::Always<"dtim_count", &E::dtim_count_>, has<dtim_info>>,
         layout::When<layout::Always<"dtim_period", &E::dtim_period_>, has<dtim_info>>,
         layout::When<layout::Always<"nstr_indication_bitmap", &E::nstr_bitmap_>,
@@ -60,14 +59,12 @@ namespace {
 
 constexpr std::uint32_t sta_control_size = 2;
 constexpr std::uint32_t capability_information_size = 2;
+constexpr std::string_view capability_name = "capability_information";
 
 }  // namespace
 
 void IEEE802_11_PerSTAProfile::set_link_id(std::uint8_t link_id) {
-    if (link_id > link_id_mask) {
-        throw std::invalid_argument(std::string("Link ID ") + std::to_string(link_id) +
-                                    " is not 0 to 15");
-    }
+    impl::require_link_id(link_id);
     sta_control_ = (sta_control_.to_ulong() & ~link_id_mask) | link_id;
 }
 
@@ -161,8 +158,8 @@ void IEEE802_11_PerSTAProfile::visit_fields(IEEE802_11_FieldVisitor& visitor) co
         Layout::StaInfo::visit(*this, visitor);
     }
     if (capability_information_) {
-        visitor.number("capability_information", capability_information_->to_ulong());
-        impl::visit_sequence(visitor, "elements", elements_);
+        layout::visit_value(visitor, capability_name, *capability_information_);
+        impl::visit_sequence(visitor, "elements", elements_, ieee802_11_element_name);
     }
 }
 
@@ -177,8 +174,9 @@ void IEEE802_11_PerSTAProfile::assign_fields(IEEE802_11_FieldSource& source) {
     }
     capability_information_.reset();
     elements_.clear();
-    if (source.has("capability_information")) {
-        set_capability_information(source.number("capability_information", 16));
+    if (source.has(capability_name)) {
+        layout::assign_value(source, capability_name, capability_information_.emplace());
+        has_sta_info_ = true;  // it stands before
         impl::assign_sequence(source, "elements",
                               std::bind_front(&IEEE802_11_PerSTAProfile::make_element, this),
                               elements_);

@@ -191,7 +191,7 @@ void IEEE802_11_RSNElement::visit_fields(IEEE802_11_FieldVisitor& visitor) const
     }
     layout::visit_list(visitor, "pairwise", pairwise_cipher_list_);
     layout::visit_list(visitor, "akm", akm_suite_list_);
-    visitor.number("capabilities", rsn_capabilities_.to_ullong());
+    layout::visit_value(visitor, "capabilities", rsn_capabilities_);
     layout::visit_list(visitor, "pmkids", pmkid_list_);
     if (has_group_management_cipher_) {
         layout::visit_value(visitor, "group_management", group_management_cipher_);
@@ -213,7 +213,7 @@ void IEEE802_11_RSNElement::assign_fields(IEEE802_11_FieldSource& source) {
     assign_suite("group_data", has_group_data_, group_data_);
     layout::assign_list(source, "pairwise", pairwise_cipher_list_);
     layout::assign_list(source, "akm", akm_suite_list_);
-    rsn_capabilities_ = source.number("capabilities", 16);
+    layout::assign_value(source, "capabilities", rsn_capabilities_);
     layout::assign_list(source, "pmkids", pmkid_list_);
     assign_suite("group_management", has_group_management_cipher_, group_management_cipher_);
 }

@@ -8,6 +8,7 @@
 #include <ios>
 #include <span>
 
+#include "internal/masked_exceptions.hpp"
 #include "nuv/binary_serializable_type.hpp"
 
 namespace nuv::impl {
@@ -48,17 +49,17 @@ public:
     /// The next octet without touching the state, -1 where there is none.
     int next() const { return good() && pos_ != end_ ? *pos_ : -1; }
 
-    ByteCursor& seekg(std::ptrdiff_t offset, [[maybe_unused]] std::ios_base::seekdir from_current) {
+    /// As seekg() from the current position.
+    void skip(std::ptrdiff_t offset) {
         state_ &= ~std::ios_base::eofbit;
         if (fail()) {
-            return *this;
+            return;
         }
         if (offset < begin_ - pos_ || offset > end_ - pos_) {
             state_ |= std::ios_base::failbit;
         } else {
             pos_ += offset;
         }
-        return *this;
     }
 
     /// Octets left up to the end of the range, those that are missing included.
@@ -137,6 +138,19 @@ void read_value(ByteCursor& source, [[maybe_unused]] serialization::Serializatio
 template <class T>
 void read_value(std::istream& source, serialization::SerializationContext& ctx, T& value) {
     serialization::BinarySerializableType<T>::deserialize(source, ctx, value);
+}
+
+inline int peek(ByteCursor& source) { return source.peek(); }
+inline int peek(std::istream& source) {
+    const MaskedExceptions masked(source);
+    return source.peek();
+}
+
+/// Moves by `offset` octets; sets the fail bit where there is no such position.
+inline void skip(ByteCursor& source, std::ptrdiff_t offset) { source.skip(offset); }
+inline void skip(std::istream& source, std::ptrdiff_t offset) {
+    const MaskedExceptions masked(source);
+    source.seekg(offset, std::ios_base::cur);
 }
 
 /// Fills `octets`; throws the octet's message when they run out.

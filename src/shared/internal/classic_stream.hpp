@@ -2,7 +2,9 @@
 #pragma once
 
 #include <locale>
+#include <ostream>
 #include <sstream>
+#include <string_view>
 
 namespace nuv::impl {
 
@@ -12,5 +14,10 @@ class ClassicStream : public std::ostringstream {
 public:
     ClassicStream() { imbue(std::locale::classic()); }
 };
+
+/// Writes a text of several parts: the stream's width, fill and flags neither matter nor change.
+inline std::ostream& write_text(std::ostream& os, std::string_view text) {
+    return os.write(text.data(), static_cast<std::streamsize>(text.size()));
+}
 
 }  // namespace nuv::impl

@@ -65,6 +65,9 @@ inline constexpr KiloHertz START_60{START_60_GHZ};
 inline constexpr MegaHertz MHZ_5{5}, MHZ_10{10}, MHZ_20{20}, MHZ_25{25}, MHZ_40{40}, MHZ_80{80},
     MHZ_160{160}, MHZ_320{320}, MHZ_2160{2160};
 
+/// Width of a channel: 25 MHz is the distance at which channels of 20 MHz do not disturb each other.
+constexpr MegaHertz width_at(MegaHertz spacing) { return spacing == MHZ_25 ? MHZ_20 : spacing; }
+
 inline constexpr Behaviors LOWER{Behavior::PRIMARY_LOWER};
 inline constexpr Behaviors UPPER{Behavior::PRIMARY_UPPER};
 inline constexpr Behaviors SECONDARY{Behavior::SECONDARY_SEGMENT};
@@ -201,9 +204,7 @@ consteval bool lies_in_its_band(const OpclassDefinition& row) {
     if (band == std::ranges::end(BANDS)) {
         return false;
     }
-    // 25 MHz is the distance at which channels of 20 MHz do not disturb each other.
-    const std::int32_t spacing =
-        (row.channel_spacing == MHZ_25 ? MHZ_20 : row.channel_spacing).count() * 1'000;
+    const std::int32_t spacing = width_at(row.channel_spacing).count() * 1'000;
     const auto fits = [&](int channel, std::int32_t width) {
         const std::int32_t frequency =
             row.starting_frequency.count() + channel * channel_step(row.starting_frequency);

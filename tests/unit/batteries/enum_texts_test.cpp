@@ -2,13 +2,9 @@
 // Every value of every enumeration that has texts: output, both directions, validity.
 #include <cctype>
 
-#include "nuv/channel_types.hpp"
-#include "nuv/device_id.hpp"
-#include "nuv/ieee802_11_codes.hpp"
-#include "nuv/ip_address.hpp"
-#include "nuv/operating_class_deduction.hpp"
-#include "nuv/type_validator.hpp"
-#include "nuv/wlan_types.hpp"
+#include "nuv/addresses.hpp"
+#include "nuv/channels.hpp"
+#include "nuv/radio.hpp"
 #include "tests/support/failures.hpp"
 #include "tests/support/test.hpp"
 #include "tests/support/vectors.hpp"

@@ -1,14 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 // What every type with a JSON form makes of documents.
-#include "nuv/basic_version.hpp"
+#include "nuv/addresses.hpp"
 #include "nuv/channels.hpp"
-#include "nuv/device_id.hpp"
-#include "nuv/id.hpp"
 #include "nuv/json_serializer.hpp"
-#include "nuv/mac_address.hpp"
-#include "nuv/nid.hpp"
-#include "nuv/prefixed_ip_address.hpp"
-#include "nuv/tarvu_address.hpp"
+#include "tests/support/foreign_locale.hpp"
 #include "tests/support/json_text.hpp"
 #include "tests/support/test.hpp"
 #include "tests/support/vectors.hpp"
@@ -32,12 +27,40 @@ struct Point : serialization::JSONSerializable {
     bool operator==(const Point& other) const { return x == other.x && name == other.name; }
 };
 
+/// Of a list of which a MAC address can be wrong, or the memory too small.
+struct Station : serialization::JSONSerializable {
+    MACAddress mac;
+    void serialize_impl(YAJLStream& stream, SerializationContext& ctx) const override {
+        JSONSerializer::serialize_impl(stream, ctx);
+    }
+    void deserialize_impl(YAJLNode& node, SerializationContext& ctx) override {
+        if (node.probe_name("huge")) {
+            throw std::bad_alloc();
+        }
+        JSONSerializer::deserialize(node, ctx, "mac", mac);
+    }
+    bool operator==(const Station& other) const { return mac == other.mac; }
+};
+
+/// The owner of an IP address of either version.
+struct Host : serialization::JSONSerializable {
+    std::shared_ptr<IPAddress> address = std::make_shared<IPv4Address>();
+    void serialize_impl(YAJLStream& stream, SerializationContext& ctx) const override {
+        serialize_ip_address(stream, ctx, *address);
+    }
+    void deserialize_impl(YAJLNode& node, SerializationContext& ctx) override {
+        address = deserialize_ip_address(node, ctx);
+    }
+    bool operator==(const Host& other) const { return *address == *other.address; }
+};
+
 using Outcome = std::function<std::string(const std::string& what, const std::string& json)>;
 
 /// Reads into a copy of `before`, which stays as it is when that fails.
 template <class T>
 Outcome outcome(const T& before) {
     return [before](const std::string& what, const std::string& json) {
+        const ForeignLocale foreign;
         T value = before;
         std::string failure;
         try {
@@ -46,9 +69,12 @@ Outcome outcome(const T& before) {
             failure = std::string("invalid argument: ") + error.what();
         }
         EXPECT_TRUE(failure.empty() || value == before) << "changed";
-        if constexpr (requires(std::ostream & os) { os << value; }) {
+        if constexpr (requires { value.to_string(); }) {
             if (what == "text" && failure.empty()) {
-                return (std::ostringstream() << std::hex << value).str();
+                std::ostringstream os;
+                os << std::hex << std::setfill('*') << std::setw(999) << value;
+                EXPECT_TRUE(os.width() == 999 && os.str() == value.to_string());
+                return os.str();
             }
         }
         return !failure.empty()     ? failure
@@ -73,6 +99,9 @@ TEST(JSON, IsReadAndWrittenAsListed) {
         {"std::int64_t", outcome(std::int64_t{77})},
         {"point", outcome(Point())},
         {"points", outcome(std::vector<Point>(3))},
+        {"stations", outcome(std::vector<Station>(1))},
+        {"prefixes", outcome(std::vector<PrefixedIPAddress>())},
+        {"IPAddress", outcome(Host())},
         {"DataRate", outcome(DataRate{77})},
         {"ChannelWidth", outcome(ChannelWidth::HT40)},
         {"MACAddress", outcome(MACAddress({1, 2, 3, 4, 5, 6}))},
@@ -109,6 +138,11 @@ TEST(JSON, KeysAreQuotedAndIntegersGoBySize) {
                                                      : "Serialization of std::int32_t failed");
     EXPECT_EQ(to_json(-5LL, 0), "Serialization of std::int64_t failed");
     EXPECT_EQ(to_json(ChannelWidth{9}), "\"INVALID CHANNEL WIDTH 9\"");
+}
+
+TEST(JSON, NoMemoryForAnObjectOfAListIsNoFaultOfTheText) {
+    std::vector<Station> stations;
+    EXPECT_THROW(from_json(R"([{"huge":1}])", "", stations), std::bad_alloc);
 }
 
 TEST(JSON, CharacterArraysAreStringsUpToTheirNul) {

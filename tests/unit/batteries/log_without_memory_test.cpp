@@ -3,8 +3,7 @@
 #include <new>
 
 #include "internal/log_module.hpp"
-#include "nuv/logging/clogger_proxy.hpp"
-#include "nuv/logging/clogmod_proxy.hpp"
+#include "nuv/logging.hpp"
 #include "nuv_platform/fake/fake_platform.hpp"
 #include "tests/support/test.hpp"
 

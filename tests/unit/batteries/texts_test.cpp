@@ -1,15 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 // What all values with a text have in common: reading, stream output, JSON, order, hash.
-#include "nuv/basic_version.hpp"
-#include "nuv/device_id.hpp"
-#include "nuv/id.hpp"
-#include "nuv/ipv4_address.hpp"
-#include "nuv/ipv6_address.hpp"
+#include "nuv/addresses.hpp"
 #include "nuv/logging/string_to_logmask.hpp"
-#include "nuv/mac_address.hpp"
-#include "nuv/prefixed_ip_address.hpp"
-#include "nuv/tarvu_address.hpp"
-#include "nuv/uid.hpp"
+#include "nuv/serialization.hpp"
 #include "tests/support/codecs.hpp"
 #include "tests/support/ip_texts.hpp"
 #include "tests/support/json_text.hpp"
@@ -21,18 +14,13 @@ namespace {
 using serialization::UIDType;
 
 template <class T>
-T make(const std::string& text) {
+T make(TextArgument text) {
     if constexpr (std::is_same_v<T, PrefixedIPAddress>) {
         return T::guess_version_and_parse(text);
     } else {
         return T(text);
     }
 }
-
-template <class T>
-concept HasParseString = requires(T value) {
-    value.parse_string("");
-};
 
 /// The text of the value that `text` is read as, or the reason against it. What is read is read from
 /// its own text, too, in every way; a refused text leaves a value as it was.
@@ -46,14 +34,14 @@ std::string read(const std::string& text, [[maybe_unused]] const T& before) {
             EXPECT_EQ(from_json("{\"m\":" + to_json(made) + '}', "m", value), "");
             EXPECT_TRUE(value == made);
         }
-        if constexpr (HasParseString<T>) {
+        if constexpr (requires(T other) { other.parse_string(text); }) {
             T value = before;
             EXPECT_TRUE(value.parse_string(text) && value == made);
         }
         EXPECT_EQ((std::ostringstream() << made).str(), made.to_string());
         return made.to_string();
     } catch (const std::invalid_argument& error) {
-        if constexpr (HasParseString<T>) {
+        if constexpr (requires(T other) { other.parse_string(text); }) {
             T value = before;
             EXPECT_FALSE(value.parse_string(text));
             EXPECT_TRUE(value == before || (std::is_same_v<T, MACAddress>))
@@ -134,12 +122,45 @@ std::string device_of_octets(const std::string& hex) {
     return failure.empty() ? device.to_string() : failure;
 }
 
+template <class T>
+void expect_null_refused(const T& before) {
+    const char* const null = nullptr;
+    EXPECT_THROW(make<T>(null), std::invalid_argument) << before;
+    if constexpr (requires(T other) { other.parse_string(null); }) {
+        T value = before;
+        EXPECT_FALSE(value.parse_string(null));
+        EXPECT_EQ(value, before);
+    } else if constexpr (std::is_base_of_v<IPAddress, T>) {
+        T value = before;
+        EXPECT_THROW(value.from_string(null), std::invalid_argument);
+        EXPECT_EQ(value, before);
+    }
+}
+
+TEST(Texts, NullIsRefusedAsAnEmptyText) {
+    expect_null_refused(IPv4Address(9));
+    expect_null_refused(IPv6Address({9, 9, 9, 9, 9, 9, 9, 9}));
+    expect_null_refused(PrefixedIPAddress::guess_version_and_parse("::/1"));
+    expect_null_refused(MACAddress({1, 2, 3, 4, 5, 6}));
+    expect_null_refused(plc::NID({1, 2, 3, 4, 5, 6, 7}));
+    expect_null_refused(ID("before"));
+    expect_null_refused(BasicVersion{7});
+    expect_null_refused(TarvuAddress("before"));
+    expect_null_refused(ChassisID("local=x"));
+    expect_null_refused(DeviceID("local=x local=y"));
+    EXPECT_EQ(message_of<std::invalid_argument>([] { MACAddress(nullptr); }),
+              "'' is no valid MACAddress string");
+    EXPECT_THROW(TarvuAddress(nullptr, std::nullopt), std::invalid_argument);
+    EXPECT_EQ(IPv4Address(0), IPv4Address::UNSPECIFIED) << "a number, and no null";
+}
+
 TEST(Texts, AreReadPrintedAndOrderedAsListed) {
     const std::map<std::string, Type> types{
         {"IPv4Address", type(IPv4Address(0x09090909))},
         {"IPv6Address", type(IPv6Address({9, 9, 9, 9, 9, 9, 9, 9}))},
         {"PrefixedIPAddress", type(make<PrefixedIPAddress>("9.9.9.9/9"))},
         {"MACAddress", type(MACAddress({9, 9, 9, 9, 9, 9}))},
+        {"NID", type(plc::NID({9, 9, 9, 9, 9, 9, 9}))},
         {"ID", type(ID("before"))},
         {"BasicVersion", type(BasicVersion{9, 9})},
         {"TarvuAddress", type(TarvuAddress("before"))},
@@ -152,6 +173,7 @@ TEST(Texts, AreReadPrintedAndOrderedAsListed) {
         {"uid", {text_of_unit, {}}},
         {"UID", {unit_of_text, {}}},
         {"logmask", {mask_of_text, {}}},
+        {"unescaped", {serialization::json_string_unescape, {}}},
     };
     for (const auto& [call, expected] : listed_cases("texts.tsv")) {
         SCOPED_TRACE(call);

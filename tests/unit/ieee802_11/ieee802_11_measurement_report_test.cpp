@@ -64,6 +64,8 @@ TEST(MeasurementReport, LengthIsKeptInEightBits) {
         EXPECT_EQ(report.get_length(), octets.size() % 256);
         EXPECT_EQ(octets[1], (octets.size() - 2) % 256);
     }
+    beacon->set_reported_frame_body(Dummy(ID{1}, 256));
+    EXPECT_EQ(test::written(report), "Invalid length: must fit an OUI");
 }
 
 }  // namespace

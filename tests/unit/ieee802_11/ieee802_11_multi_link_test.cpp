@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "nuv/ieee802_11/ieee802_11_multi_link.hpp"
 
-#include "nuv/ieee802_11.hpp"
 #include "tests/support/codec_checks.hpp"
 #include "tests/support/codecs.hpp"
 #include "tests/support/vectors.hpp"
@@ -95,20 +94,42 @@ TEST(MultiLink, IsBuiltLinkByLink) {
     profile->set_capability_information(0x1111);
     auto non_inheritance = std::make_unique<IEEE802_11_Non_Inheritance>();
     non_inheritance->set_ids({IEEE802_11_Element_ID::HT_CAPABILITIES});
+    EXPECT_EQ(written(*non_inheritance), "ff 05 38 01 2d 00");
     profile->get_elements().add_element(std::move(non_inheritance));
     element.get_link_info().add_element(std::move(profile));
-    // The Non-Inheritance element's Length promises an octet more than it writes, here as well.
+    // Alone the element counts an octet more than it writes, in a profile its Length is the real one.
     EXPECT_EQ(written(element),
               "ff 20 6b 00 01 09 02 4e 55 56 70 be 61 00"
-              " 00 12 32 02 08 02 4e 55 56 82 be 05 11 11 ff 05 38 01 2d 00");
+              " 00 12 32 02 08 02 4e 55 56 82 be 05 11 11 ff 04 38 01 2d 00");
     EXPECT_EQ(element.get_length(), 34U);
 
     EXPECT_THROW(Profile(16), std::invalid_argument);
+    EXPECT_THROW(element.set_link_id(16), std::invalid_argument);
+    EXPECT_EQ(element.get_link_id(), std::nullopt);
     auto rates = std::make_unique<IEEE802_11_SupportedRatesBSSMembershipSelector>();
     Profile refused;
     EXPECT_THROW(refused.get_elements().add_element(std::move(rates)),
                  serialization::SerializationException);
     EXPECT_TRUE(refused.get_elements().empty());
+}
+
+TEST(MultiLink, SurplusFollowsTheFieldsThatItKnows) {
+    MultiLink element;
+    element.set_link_id(15);
+    element.set_common_info_surplus({0xAA, 0xBB});
+    EXPECT_EQ(written(element), "ff 0d 6b 10 00 0a 00 00 00 00 00 00 0f aa bb");
+    EXPECT_EQ(read_as<MultiLink>(written(element)).get_common_info_surplus(),
+              (MultiLink::Surplus{0xAA, 0xBB}));
+    element.set_common_info_surplus(test::Octets(248));
+    EXPECT_EQ(written(element), "Invalid length");
+    EXPECT_THROW(sample("probe_request").set_common_info_surplus({}), std::logic_error);
+
+    auto profile = read_as<Profile>("00 02 01 00");
+    profile.set_sta_info_surplus({0xCC});
+    EXPECT_EQ(written(profile), "00 04 01 00 02 cc");
+    EXPECT_EQ(read_as<Profile>(written(profile)).get_sta_info_surplus(), Profile::Surplus{0xCC});
+    profile.set_sta_info_surplus(test::Octets(255));
+    EXPECT_EQ(written(profile), "Invalid length");
 }
 
 TEST(MultiLink, StandsInANeighborReportUnderAnIdOfItsOwn) {

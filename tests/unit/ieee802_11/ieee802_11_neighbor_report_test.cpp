@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "nuv/ieee802_11/ieee802_11_neighbor_report.hpp"
 
+#include "nuv/ieee802_11/ieee802_11_dummy_element.hpp"
+#include "tests/support/codec_checks.hpp"
 #include "tests/support/codecs.hpp"
 
 namespace nuv::ieee802_11 {
@@ -100,6 +102,39 @@ TEST(NeighborReport, SumOfItsSubelementsIsKeptInEightBits) {
         EXPECT_EQ(octets[1], (octets.size() - 2) % 256);
     }
     EXPECT_EQ(test::written(Dummy(SubID{221}, std::vector<std::uint8_t>(256))), "Invalid length");
+}
+
+TEST(NeighborReport, SubelementsAreCheckedBeforeAnythingIsWritten) {
+    IEEE802_11_MultiLink links;
+    links.get_link_info().add_element(
+        std::make_unique<IEEE802_11_DummyElement>(IEEE802_11_Element_ID{2}, std::uint16_t{250}));
+    Report::SubElementPtr refused[] = {
+        std::make_unique<Dummy>(SubID{2}, std::vector<std::uint8_t>(256)),
+        std::make_unique<Report::BasicMultiLinkSubElement>(std::move(links))};
+    for (auto& sub : refused) {
+        Report report({}, {}, 0, 0, {}, std::make_unique<Preference>(std::uint8_t{9}));
+        report.sub_elements().push_back(std::move(sub));
+        EXPECT_EQ(test::written(report), "Invalid length");
+    }
+}
+
+TEST(NeighborReport, RefusesNullSubelements) {
+    Report report;
+    report.sub_elements().emplace_back();
+    const std::function<void()> uses[] = {
+        [] { Report({}, {}, 0, 0, {}, Report::SubElementPtr()); },
+        [] { Report({}, {}, 0, 0, {}, Report::SubElementList(1)); },
+        [&] { report.get_length(); },
+        [&] { test::written(report); },
+        [&] { report.get_first_sub_element_by_id(SubID{3}); },
+        [&] { test::field_text(report); },
+        [&] { EXPECT_EQ(report, report); },
+        [&] { std::ostringstream() << report; },
+        [] { IEEE802_11_ElementSequence().add_element(nullptr); },
+    };
+    for (const auto& use : uses) {
+        EXPECT_THROW(use(), std::invalid_argument) << &use - uses;
+    }
 }
 
 TEST(NeighborReport, PartsCheckTheirIdentifiers) {

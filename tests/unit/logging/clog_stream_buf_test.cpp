@@ -9,11 +9,11 @@
 #include <locale>
 #include <thread>
 
-#include "nuv/logging/chunk_io_manipulator.hpp"
-#include "nuv/logging/clogmod_proxy.hpp"
+#include "nuv/logging.hpp"
 #include "nuv_platform/fake/fake_platform.hpp"
 #include "tests/support/foreign_locale.hpp"
 #include "tests/support/test.hpp"
+#include "tests/support/vectors.hpp"
 
 namespace nuv::logging {
 namespace {
@@ -40,26 +40,15 @@ protected:
 };
 
 TEST_F(ClogStreamBufTest, LongTextIsCutAtNewlinesThenBlanksThenHard) {
-    const std::tuple<std::string, std::uint32_t, Texts> rows[] = {
-        {"a b c", 2, {"a", "\nb", "\nc"}},
-        {"0123456789", 4, {"0123", "\n456", "\n789"}},
-        {" abcdefgh", 4, {"", "\nabc", "\ndef", "\ngh"}},
-        {"ab\ncd ef gh", 6, {"ab", "\ncd ef", "\ngh"}},
-        {"aaaa bbbb", 4, {"aaaa", "\nbbb", "\nb"}},
-        {"abcde", 4, {"abcd", "\ne"}},
-        {"\nabcdef", 4, {"\nabc", "\ndef"}},
-        {"abcd", 4, {"abcd"}},
-        {"a b c", 1, {"a b c"}},
-        {"a b c", 0xFFFFFFFF, {"a b c"}},
-        // NULs go first, then one newline, then it is cut
-        {std::string("ab\0\0 cd\n\0", 9), 5, {"ab cd"}},
-        {"a\n", 0, {"a"}},
-        {"a\n\n", 0, {"a\n"}},
-        {std::string("\n\0", 2), 0, {""}},
-    };
-    for (const auto& [text, size, pieces] : rows) {
-        stream() << Chunk(size) << text;
-        EXPECT_EQ(logged(), pieces) << text << " by " << size;
+    for (const auto& [call, pieces] : test::listed_cases("log_pieces.tsv")) {
+        const std::size_t blank = call.find(' ');
+        const auto size = static_cast<std::uint32_t>(std::stoul(call.substr(0, blank)));
+        stream() << Chunk(size) << call.substr(blank + 1);
+        std::string records;
+        for (const std::string& record : logged()) {
+            records += record + '|';
+        }
+        EXPECT_EQ(records, pieces + '|') << call;
     }
 }
 
@@ -163,15 +152,6 @@ TEST_F(ClogStreamBufTest, OwnChunkSizeGoesBeforeTheDefaultAndZeroMeansTheDefault
     stream() << Chunk(2) << Chunk(0) << "a b c";
     EXPECT_EQ(logged(), (Texts{"a b", "\nc"}));
     set_default_clogger_chunking("default", 0);
-}
-
-TEST(ChunkIOManipulator, StoresItsSizeInAnyStream) {
-    std::ostringstream a;
-    std::ostringstream b;
-    a << ChunkIOManipulator(0xFFFFFFFF) << "text";
-    EXPECT_EQ(static_cast<std::uint32_t>(a.iword(ChunkIOManipulator::xalloc_value())), 0xFFFFFFFF);
-    EXPECT_EQ(b.iword(ChunkIOManipulator::xalloc_value()), 0);
-    EXPECT_EQ(a.str(), "text");
 }
 
 TEST(ChunkTable, IsReadAndWrittenByTwoThreads) {

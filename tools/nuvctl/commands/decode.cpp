@@ -3,12 +3,15 @@
 
 #include <algorithm>
 #include <iostream>
+#include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "commands/commands.hpp"
 #include "commands/decode_summary.hpp"
 #include "commands/report.hpp"
+#include "commands/stop_signals.hpp"
 #include "file.hpp"
 #include "frames/action_frame.hpp"
 #include "frames/association_request.hpp"
@@ -64,7 +67,11 @@ private:
 class Decoder {
 public:
     explicit Decoder(const DecodeOptions& options)
-        : options_(options), at_once_(isatty(STDOUT_FILENO) == 1) {}
+        : options_(options), at_once_(isatty(STDOUT_FILENO) == 1) {
+        if (options.summary) {
+            stop_.emplace();
+        }
+    }
 
     /// The exit status.
     int run() {
@@ -72,34 +79,62 @@ public:
         for (const char* module : {"assoc_request_frame", "becon_report"}) {
             nuv::logging::ClogmodProxy(module).set_loglevel(-1);
         }
-        int status = 0;
         for (const std::string& name : options_.files) {
             try {
                 read(name);
             } catch (const FileError& error) {
-                report(name + ": " + error.what());
-                status = 1;
+                if (stop_signal() == 0) {  // else the file is whole, and was left within a record
+                    fail(name, error);
+                }
+            }
+            if (stop_signal() != 0) {
+                break;
             }
         }
         summary_.print(std::cout);
-        if (frames_ == 0 && status == 0) {
+        if (frames_ == 0 && !failed_) {
             report("none of the frames looked for in " + std::to_string(records_) + " records");
         }
-        return status;
+        if (stop_signal() != 0) {
+            constexpr int ended_by_signal = 128;  // as a shell says it
+            std::cout.flush();
+            return ended_by_signal + stop_signal();
+        }
+        return failed_ ? 1 : 0;
     }
 
 private:
+    /// Of the signal that ends the reading, 0 before it.
+    int stop_signal() { return stop_ ? stop_->received() : 0; }
+
+    void fail(const std::string& place, const FileError& error) {
+        report(place + ": " + error.what());
+        failed_ = true;
+    }
+
     void read(const std::string& name) {
-        CaptureFile file(name);
+        CaptureFile file(name, stop_ ? stop_->descriptor() : -1);
         if (!is_ieee802_11(file.link_type())) {
-            throw FileError("link type " + std::to_string(file.link_type()) +
-                            " is none of IEEE 802.11 (105), Prism (119), radiotap (127)");
+            throw FileError("link type " + std::to_string(file.link_type()) + " is none of " +
+                            ieee802_11_link_types());
         }
         Progress progress(name, file);
+        bool reported = false;
+        const auto frame_in = [&](const Record& record) {
+            try {
+                return mac_frame(file.link_type(), record);
+            } catch (const FileError& error) {
+                if (!std::exchange(reported, true)) {
+                    progress.hide();
+                    fail(name + ": record " + std::to_string(record.number), error);
+                }
+                return std::optional<MacFrame>();
+            }
+        };
         while (const auto record = file.next()) {
             ++records_;
             progress.update();
-            const auto frame = mac_frame(file.link_type(), *record);
+            const auto frame = frame_in(*record);
             const auto management = frame ? management_frame(*frame) : std::nullopt;
             if (!management) {
                 continue;
@@ -135,7 +170,9 @@ private:
 
     const DecodeOptions& options_;
     bool at_once_;
+    std::optional<StopSignals> stop_;
     Summary summary_;
+    bool failed_ = false;
     std::uint64_t records_ = 0;
     std::uint64_t frames_ = 0;
 };

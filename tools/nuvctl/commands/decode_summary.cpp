@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bitset>
 #include <ostream>
 #include <sstream>
 
@@ -21,8 +22,9 @@ using Ext = IEEE802_11_Element_ID_Extension;
 constexpr std::size_t ssid_column = 1;
 constexpr std::size_t security_column = 2;
 constexpr std::size_t generations_column = 3;
-constexpr std::array<std::string_view, 8> titles{"STATION", "SSID",   "SECURITY",    "GENERATIONS",
-                                                 "STREAMS", "WIDTHS", "802.11k/v/r", "BANDS"};
+constexpr std::array<std::string_view, 10> titles{"STATION", "SSID",   "SECURITY",    "GENERATIONS",
+                                                  "STREAMS", "WIDTHS", "802.11k/v/r", "BANDS",
+                                                  "LINKS",   "MLD"};
 
 std::string join(const std::vector<std::string>& parts, std::string_view separator) {
     std::string text;
@@ -33,13 +35,26 @@ std::string join(const std::vector<std::string>& parts, std::string_view separat
     return text.empty() ? "-" : text;
 }
 
+/// The names of the bits that are set.
+template <std::size_t N>
+std::string join(const std::bitset<N>& bits, const std::array<std::string_view, N>& names,
+                 std::string_view separator) {
+    std::vector<std::string> parts;
+    for (std::size_t n = 0; n < N; ++n) {
+        if (bits[n]) {
+            parts.emplace_back(names[n]);
+        }
+    }
+    return join(parts, separator);
+}
+
 /// What the rates of clause 15 and 16 (DSSS) and of clause 17 (OFDM) tell.
 struct Rates {
     bool dsss = false;
     bool ofdm = false;
 };
 
-Rates rates(const AssociationRequest& request) {
+Rates rates(const AssociationRequest& link) {
     constexpr std::array<std::uint8_t, 4> dsss{2, 4, 11, 22};  // 1, 2, 5.5, 11 Mb/s
     constexpr std::uint8_t basic = 0x80;
     Rates result;
@@ -49,11 +64,10 @@ Rates rates(const AssociationRequest& request) {
             (is_dsss ? result.dsss : result.ofdm) = true;
         }
     };
-    if (const auto* element = request.find<IEEE802_11_SupportedRatesBSSMembershipSelector>()) {
+    if (const auto* element = link.find<IEEE802_11_SupportedRatesBSSMembershipSelector>()) {
         look(element->get_supported_rates());
     }
-    if (const auto* element =
-            request.find<IEEE802_11_ExtendedSupportedRatesBSSMembershipSelector>()) {
+    if (const auto* element = link.find<IEEE802_11_ExtendedSupportedRatesBSSMembershipSelector>()) {
         look(element->get_extended_supported_rates());
     }
     return result;
@@ -88,22 +102,22 @@ unsigned streams_of_map(std::uint64_t map) {
     return streams;
 }
 
-unsigned streams(const AssociationRequest& request) {
+unsigned streams(const AssociationRequest& link) {
     unsigned most = 1;
-    if (const auto* ht = request.find<IEEE802_11_HTCapabilities>()) {
+    if (const auto* ht = link.find<IEEE802_11_HTCapabilities>()) {
         for (std::size_t n = 0; n < 4; ++n) {  // eight MCS for each number of streams
             if (((ht->get_mcs_bits() >> (8 * n)) & std::bitset<128>(0xFF)).any()) {
                 most = std::max(most, static_cast<unsigned>(n + 1));
             }
         }
     }
-    if (const auto* vht = request.find<IEEE802_11_VHTCapabilities>()) {
+    if (const auto* vht = link.find<IEEE802_11_VHTCapabilities>()) {
         most = std::max(most, streams_of_map(vht->get_supported_bits().to_ullong()));
     }
-    if (const auto* he = request.find<IEEE802_11_HECapabilities>()) {
+    if (const auto* he = link.find<IEEE802_11_HECapabilities>()) {
         most = std::max(most, streams_of_map(he->get_rx_mcs_leq_80_mhz().to_ullong()));
     }
-    if (const auto* eht = request.find<IEEE802_11_EHTCapabilities>()) {
+    if (const auto* eht = link.find<IEEE802_11_EHTCapabilities>()) {
         for (const auto& map : {eht->get_less_or_equal_80_mhz_mcs_nss_map(),
                                 eht->get_160_mhz_mcs_nss_map(), eht->get_320_mhz_mcs_nss_map()}) {
             most = std::max<unsigned>(most, map.get_rx_max_nss(0));
@@ -114,91 +128,129 @@ unsigned streams(const AssociationRequest& request) {
     return most;
 }
 
-std::string widths(const AssociationRequest& request) {
-    bool has_40 = false;
-    bool has_80 = false;
-    bool has_160 = false;
-    bool has_80_80 = false;
-    bool has_320 = false;
-    if (const auto* ht = request.find<IEEE802_11_HTCapabilities>()) {
-        has_40 = ht->get_info_bits()[1];
+constexpr std::array<std::string_view, 6> width_names{"20", "40", "80", "160", "80+80", "320"};
+using Widths = std::bitset<width_names.size()>;
+
+Widths widths(const AssociationRequest& link) {
+    constexpr std::size_t w20 = 0;
+    constexpr std::size_t w40 = 1;
+    constexpr std::size_t w80 = 2;
+    constexpr std::size_t w160 = 3;
+    constexpr std::size_t w80_80 = 4;
+    constexpr std::size_t w320 = 5;
+    Widths result;
+    result.set(w20);
+    if (const auto* ht = link.find<IEEE802_11_HTCapabilities>()) {
+        result[w40] = ht->get_info_bits()[1];
     }
-    if (const auto* vht = request.find<IEEE802_11_VHTCapabilities>()) {
+    if (const auto* vht = link.find<IEEE802_11_VHTCapabilities>()) {
         const bool set_160 = vht->get_info_bits()[2];
         const bool set_80_80 = vht->get_info_bits()[3];
-        has_40 = has_80 = true;
-        has_160 = set_160 || set_80_80;
-        has_80_80 = set_80_80;
+        result[w40] = result[w80] = true;
+        result[w160] = set_160 || set_80_80;
+        result[w80_80] = set_80_80;
     }
-    if (const auto* he = request.find<IEEE802_11_HECapabilities>()) {
+    if (const auto* he = link.find<IEEE802_11_HECapabilities>()) {
         const auto& phy = he->get_phy_info_bits();
-        has_40 = has_40 || phy[1] || phy[2];
-        has_80 = has_80 || phy[2];
-        has_160 = has_160 || phy[3];
-        has_80_80 = has_80_80 || phy[4];
+        result[w40] = result[w40] || phy[1] || phy[2];
+        result[w80] = result[w80] || phy[2];
+        result[w160] = result[w160] || phy[3];
+        result[w80_80] = result[w80_80] || phy[4];
     }
-    if (const auto* eht = request.find<IEEE802_11_EHTCapabilities>()) {
-        has_320 = eht->get_phy_info_bits()[1];
+    if (const auto* eht = link.find<IEEE802_11_EHTCapabilities>()) {
+        result[w320] = eht->get_phy_info_bits()[1];
     }
-    std::vector<std::string> names{"20"};
-    for (const auto& [there, name] : {std::pair{has_40, "40"},
-                                      {has_80, "80"},
-                                      {has_160, "160"},
-                                      {has_80_80, "80+80"},
-                                      {has_320, "320"}}) {
-        if (there) {
-            names.emplace_back(name);
-        }
-    }
-    return join(names, "/");
+    return result;
 }
 
 /// Radio measurement, BSS transition, fast transition.
-std::string amendments(const AssociationRequest& request) {
+constexpr std::array<std::string_view, 3> amendment_names{"k", "v", "r"};
+using Amendments = std::bitset<amendment_names.size()>;
+
+Amendments amendments(const AssociationRequest& link) {
     constexpr std::size_t bss_transition = 19;
-    const auto* extended = request.find<IEEE802_11_ExtendendCapabilities>();
-    std::vector<std::string> names;
-    if (request.has(ID::RM_ENABLED_CAPABILITIES)) {
-        names.emplace_back("k");
-    }
-    if (extended != nullptr && extended->get_capabilities()[bss_transition]) {
-        names.emplace_back("v");
-    }
-    if (request.has(ID::MOBILITY_DOMAIN)) {
-        names.emplace_back("r");
-    }
-    return join(names, " ");
+    const auto* extended = link.find<IEEE802_11_ExtendendCapabilities>();
+    Amendments result;
+    result[0] = link.has(ID::RM_ENABLED_CAPABILITIES);
+    result[1] = extended != nullptr && extended->get_capabilities()[bss_transition];
+    result[2] = link.has(ID::MOBILITY_DOMAIN);
+    return result;
 }
 
+constexpr std::array<std::string_view, 3> band_names{"2.4", "5", "6"};
+using Bands = std::bitset<band_names.size()>;
+
 /// As far as channels, operating classes and band-bound elements tell.
-std::string bands(const AssociationRequest& request) {
-    bool has_2_4 = rates(request).dsss;
-    bool has_5 = request.has(ID::VHT_CAPABILITIES);
-    bool has_6 = request.has(Ext::HE_6_GHZ_BAND_CAPABILITIES);
-    if (const auto* channels = request.find<IEEE802_11_SupportedChannels>()) {
+Bands bands(const AssociationRequest& link) {
+    Bands result;
+    result[0] = rates(link).dsss;
+    result[1] = link.has(ID::VHT_CAPABILITIES);
+    result[2] = link.has(Ext::HE_6_GHZ_BAND_CAPABILITIES);
+    if (const auto* channels = link.find<IEEE802_11_SupportedChannels>()) {
         for (const auto& range : channels->get_channels_vector()) {
-            (range.first_channel <= 14 ? has_2_4 : has_5) = true;
+            result.set(range.first_channel <= 14 ? 0 : 1);
         }
     }
-    if (const auto* classes = request.find<IEEE802_11_SupportedOperatingClasses>()) {
+    if (const auto* classes = link.find<IEEE802_11_SupportedOperatingClasses>()) {
         const auto look = [&](std::span<const std::uint8_t> list) {
             for (const unsigned opclass : list) {
-                has_2_4 = has_2_4 || (opclass >= 81 && opclass <= 84);
-                has_5 = has_5 || (opclass >= 115 && opclass <= 130);
-                has_6 = has_6 || (opclass >= 131 && opclass <= 137);
+                result[0] = result[0] || (opclass >= 81 && opclass <= 84);
+                result[1] = result[1] || (opclass >= 115 && opclass <= 130);
+                result[2] = result[2] || (opclass >= 131 && opclass <= 137);
             }
         };
         look(std::array{classes->get_current_opclass()});
         look(classes->get_capable_opclasses());
         look(classes->get_extension_vector());
     }
-    std::vector<std::string> names;
-    for (const auto& [there, name] : {std::pair{has_2_4, "2.4"}, {has_5, "5"}, {has_6, "6"}}) {
-        if (there) {
-            names.emplace_back(name);
+    return result;
+}
+
+/// What a station can do on any of its links.
+class Abilities {
+public:
+    explicit Abilities(const AssociationRequest& request) {
+        add(request);
+        const auto* multi_link = request.find<IEEE802_11_MultiLink>();
+        if (multi_link == nullptr || !multi_link->is_basic()) {
+            return;
+        }
+        mld = multi_link->get_mld_mac_address().to_string();
+        const IEEE802_11_ElementSequence& link_info = multi_link->get_link_info();
+        for (std::size_t k = 0; k < link_info.size(); ++k) {
+            const auto* profile = dynamic_cast<const IEEE802_11_PerSTAProfile*>(&link_info[k]);
+            if (profile != nullptr) {
+                ElementMaker maker(ElementMaker::Frame::REQUEST);
+                if (const auto* inherited = request.find<IEEE802_11_HECapabilities>()) {
+                    maker.remember(*inherited);
+                }
+                AssociationRequest link;
+                link.elements = read_elements(profile->get_elements().octets(), 0, maker);
+                add(link);
+            }
         }
     }
-    return join(names, " ");
+
+    unsigned streams = 0;
+    Widths widths;
+    Amendments amendments;
+    Bands bands;
+    unsigned links = 0;
+    std::string mld = "-";
+
+private:
+    void add(const AssociationRequest& link) {
+        streams = std::max(streams, nuvctl::streams(link));
+        widths |= nuvctl::widths(link);
+        amendments |= nuvctl::amendments(link);
+        bands |= nuvctl::bands(link);
+        ++links;
+    }
+};
+
+std::string text_of(const Security& security) {
+    const std::string mode = enum_to_string(security.mode);
+    return security.detail.empty() ? mode : mode + " (" + std::string(security.detail) + ")";
 }
 
 void print_row(std::ostream& os, std::span<const std::string> cells,
@@ -214,13 +266,13 @@ void print_row(std::ostream& os, std::span<const std::string> cells,
 
 using Counts = std::map<std::string, std::size_t>;
 
-/// In how many cells of a column each word stands.
+/// In how many cells of a column each word stands; `end` is behind each word of a cell.
 template <class Stations>
-Counts words_in(const Stations& stations, std::size_t column) {
+Counts words_in(const Stations& stations, std::size_t column, char end) {
     Counts counts;
     for (const auto& [address, station] : stations) {
         std::istringstream words(station.cells[column]);
-        for (std::string word; words >> word;) {
+        for (std::string word; std::getline(words, word, end);) {
             ++counts[word];
         }
     }
@@ -254,17 +306,20 @@ void Summary::add(const AssociationRequest& request) {
     ++requests_;
     errors_ += request.error ? 1U : 0U;
     const Printable ssid = to_printable(as_text(request.ssid));
+    const Abilities abilities(request);
     const auto [station, added] =
         stations_.try_emplace(request.station, Station{stations_.size(), {}, 0});
     station->second.ssid_columns = ssid.text.empty() ? 1 : ssid.columns;
     station->second.cells = {request.station.to_string(),
                              ssid.text.empty() ? "-" : ssid.text,
-                             security_text(request),
+                             text_of(security_of(request)),
                              generations(request),
-                             std::to_string(streams(request)),
-                             widths(request),
-                             amendments(request),
-                             bands(request)};
+                             std::to_string(abilities.streams),
+                             join(abilities.widths, width_names, "/"),
+                             join(abilities.amendments, amendment_names, " "),
+                             join(abilities.bands, band_names, " "),
+                             std::to_string(abilities.links),
+                             abilities.mld};
 }
 
 void Summary::add(const ActionFrame& frame) {
@@ -310,9 +365,9 @@ void Summary::print_stations(std::ostream& os) const {
        << count(requests_, "request", "requests") << " of "
        << count(stations_.size(), "station", "stations");
     print_errors(os, errors_);
-    print_counts(os, "generations", words_in(stations_, generations_column));
+    print_counts(os, "generations", words_in(stations_, generations_column, ' '));
     os << '\n';
-    print_counts(os, "security", words_in(stations_, security_column));
+    print_counts(os, "security", words_in(stations_, security_column, '\n'));
     os << '\n';
 }
 

@@ -1,14 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <pcap/dlt.h>
 
-#include <cstdio>
-#include <optional>
 #include <string>
-#include <vector>
 
 #include "commands/commands.hpp"
 #include "commands/report.hpp"
+#include "file.hpp"
 #include "frames/capture_file.hpp"
+#include "frames/octets.hpp"
 #include "json/encode_json.hpp"
 #include "json/fields.hpp"
 #include "json/reader.hpp"
@@ -19,40 +18,10 @@ namespace nuvctl {
 
 namespace {
 
-/// Where frames go to.
-class FrameWriter {
-public:
-    explicit FrameWriter(const EncodeOptions& options) : name_(options.output) {
-        File file = open_to_write(options.output);
-        if (options.format == "pcap") {
-            capture_.emplace(std::move(file), DLT_IEEE802_11);
-        } else {
-            file_ = std::move(file);
-        }
-    }
-
-    /// Writes a frame through to the file. Throws OutputError.
-    void write(const EncodedFrame& frame) {
-        if (!(capture_ ? capture_->write(frame.time, frame.octets) : write_line(frame))) {
-            throw OutputError(name_);
-        }
-    }
-
-private:
-    bool write_line(const EncodedFrame& frame) {
-        const std::string line = to_hex(std::span(frame.octets).subspan(frame.body)) + '\n';
-        return std::fwrite(line.data(), 1, line.size(), file_.get()) == line.size() &&
-               std::fflush(file_.get()) == 0;
-    }
-
-    const std::string& name_;
-    std::optional<CaptureWriter> capture_;
-    File file_;
-};
-
 class Encoder {
 public:
-    explicit Encoder(const EncodeOptions& options) : options_(options) {}
+    explicit Encoder(const EncodeOptions& options)
+        : options_(options), is_capture_(options.format == "pcap") {}
 
     /// The exit status.
     int run() {
@@ -60,11 +29,13 @@ public:
         nuv::logging::ClogmodProxy("assoc_request_frame").set_loglevel(-1);
         std::string name = options_.output;
         try {
-            FrameWriter writer(options_);
+            OutputFile output(options_.output, options_.files);
+            output.write(is_capture_ ? capture_header(DLT_IEEE802_11) : std::string());
             for (const std::string& file : options_.files) {
                 name = file;
-                encode(file, writer);
+                encode(file, output);
             }
+            output.complete();
         } catch (const FileError& error) {
             report(name + ": " + error.what());
             return 1;
@@ -77,12 +48,17 @@ public:
 
 private:
     /// Stops at the first thing that cannot be encoded, with a FileError.
-    void encode(const std::string& name, FrameWriter& writer) {
+    void encode(const std::string& name, OutputFile& output) {
         JsonReader reader(name);
         try {
             for (std::string text = reader.next(); !text.empty(); text = reader.next()) {
-                writer.write(read_json(parse_json(text)));
+                const EncodedFrame frame = read_json(parse_json(text));
+                output.write(is_capture_ ? capture_record(frame.time, frame.octets)
+                                         : to_hex(Octets(frame.octets).subspan(frame.body)) + '\n');
                 ++frames_;
+                for (const std::string& note : frame.notes) {
+                    report(name + ": line " + std::to_string(reader.line()) + ": " + note);
+                }
             }
         } catch (const FieldError& error) {
             throw FileError("line " + std::to_string(reader.line()) + ": " + error.what());
@@ -90,6 +66,7 @@ private:
     }
 
     const EncodeOptions& options_;
+    bool is_capture_;
     std::uint64_t frames_ = 0;
 };
 

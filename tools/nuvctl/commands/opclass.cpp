@@ -31,7 +31,7 @@ void write_row(const OpclassDefinition& row) {
     });
 }
 
-/// The numbers in runs of the same step: "36-64/4 100-144/4".
+/// The numbers, three or more of the same step as a run: "50 114 163", "36-64/4 100-144/4".
 std::string runs(const deduction::ChannelSet& set) {
     const std::vector<int> numbers(set.begin(), set.end());
     std::string text;
@@ -42,10 +42,12 @@ std::string runs(const deduction::ChannelSet& set) {
             ++last;
         }
         text += (text.empty() ? "" : " ") + std::to_string(numbers[first]);
-        if (last > first) {
-            text += '-' + std::to_string(numbers[last]);
+        if (last < first + 2) {
+            ++first;
+            continue;
         }
-        if (last > first && step > 1) {
+        text += '-' + std::to_string(numbers[last]);
+        if (step > 1) {
             text += '/' + std::to_string(step);
         }
         first = last + 1;

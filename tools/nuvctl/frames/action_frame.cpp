@@ -3,7 +3,10 @@
 
 #include <algorithm>
 #include <array>
+#include <sstream>
 #include <string>
+
+#include "nuv/ieee802_11_codes.hpp"
 
 namespace nuvctl {
 
@@ -11,10 +14,20 @@ namespace {
 
 using Kind = ActionField::Kind;
 
+template <class Code>
+std::string text_of(std::uint8_t value) {
+    std::ostringstream os;
+    os << static_cast<Code>(value);
+    return os.str();
+}
+
 // IEEE Std 802.11-2020, 9.6.13.8 to 9.6.13.10.
 
 constexpr std::array<ActionField, 1> btm_query_fields{{
-    {"query_reason", Kind::NUMBER, 1},
+    {.name = "query_reason",
+     .kind = Kind::NUMBER,
+     .size = 1,
+     .meaning = text_of<nuv::BTMReasonCode>},
 }};
 
 constexpr std::uint8_t termination_included = 0x08;
@@ -35,7 +48,10 @@ constexpr std::array<ActionField, 7> btm_request_fields{{
 constexpr std::uint8_t all_bits = 0xFF;
 constexpr std::uint8_t accept = 0;
 constexpr std::array<ActionField, 3> btm_response_fields{{
-    {"status_code", Kind::NUMBER, 1},
+    {.name = "status_code",
+     .kind = Kind::NUMBER,
+     .size = 1,
+     .meaning = text_of<nuv::BTMStatusCode>},
     {"bss_termination_delay", Kind::NUMBER, 1},  // in minutes
     {"target_bssid", Kind::ADDRESS, mac_address_length, all_bits, accept},
 }};
@@ -90,9 +106,6 @@ std::optional<FrameError> first_error(const std::vector<Element>& elements) {
             return FrameError{elements[k].error, k};
         }
     }
-    if (!elements.empty() && elements.back().is_cut_short()) {
-        return FrameError{"trailing element truncated", elements.size() - 1};
-    }
     return std::nullopt;
 }
 
@@ -123,7 +136,8 @@ std::optional<ActionFrame> action_frame(const ManagementFrame& frame) {
     }
     const std::size_t elements = read_fields(body, type->fields, action);
     if (!action.error) {
-        action.elements = read_elements(body, elements, ElementMaker::Frame::REPORT);
+        ElementMaker maker(ElementMaker::Frame::REPORT);
+        action.elements = read_elements(body, elements, maker);
         action.error = first_error(action.elements);
     }
     return action;

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <optional>
 #include <span>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -28,6 +29,7 @@ struct ActionField {
     std::uint8_t size;       ///< octets; of a text, those of its count
     std::uint8_t mask = 0;   ///< the field is there if the bits `mask` of the octet behind the
     std::uint8_t value = 0;  ///< dialog token have this value
+    std::string (*meaning)(std::uint8_t) = nullptr;  ///< the text of a code, a number of one octet
 
     /// Whether it is there in this frame; `octets` are those behind the dialog token.
     bool is_in(Octets octets) const {

@@ -17,10 +17,6 @@ using Ext = nuv::ieee802_11::IEEE802_11_Element_ID_Extension;
 
 constexpr std::size_t fixed_fields = 4;  // capability information, listen interval
 
-std::uint16_t little_endian_16(Octets octets) {
-    return static_cast<std::uint16_t>(octets[0] | octets[1] << 8U);
-}
-
 /// What the library says of the whole body.
 std::optional<FrameError> read_whole(Octets body, const std::vector<Element>& elements) {
     std::optional<FrameError> error;
@@ -77,8 +73,8 @@ std::optional<AssociationRequest> association_request(const ManagementFrame& fra
 
     const Octets body = frame.body;
     if (body.size() >= fixed_fields) {
-        request.capability_information = little_endian_16(body);
-        request.listen_interval = little_endian_16(body.subspan(2));
+        request.capability_information = static_cast<std::uint16_t>(*little_endian(body, 0, 2));
+        request.listen_interval = static_cast<std::uint16_t>(*little_endian(body, 2, 2));
     }
     std::size_t elements_begin = fixed_fields;
     if (reassociation) {
@@ -87,7 +83,8 @@ std::optional<AssociationRequest> association_request(const ManagementFrame& fra
             request.current_ap = address_in(body.subspan(fixed_fields));
         }
     }
-    request.elements = read_elements(body, elements_begin, ElementMaker::Frame::REQUEST);
+    ElementMaker maker(ElementMaker::Frame::REQUEST);
+    request.elements = read_elements(body, elements_begin, maker);
     // The library knows the frame without the current AP's address.
     std::vector<std::uint8_t> without_address(body.begin(), body.end());
     const auto place = [&](std::size_t at) {

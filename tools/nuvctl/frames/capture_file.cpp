@@ -2,32 +2,39 @@
 #include "frames/capture_file.hpp"
 
 #include <pcap/pcap.h>
-#include <sys/stat.h>
 
 #include <algorithm>
 #include <array>
-#include <cerrno>
-#include <limits>
+#include <initializer_list>
 
 namespace nuvctl {
 
 void CaptureFile::Close::operator()(pcap* capture) const noexcept { pcap_close(capture); }
 
-CaptureFile::CaptureFile(const std::string& name) {
-    File file = open_to_read(name);
-    struct stat status {};
-    if (fstat(fileno(file.get()), &status) == 0 && S_ISREG(status.st_mode)) {
-        size_ = status.st_size;
-    }
-    if (size_ == 0) {
+CaptureFile::CaptureFile(const std::string& name, int stop) : input_(name, stop) {
+    if (size() == 0) {
         throw FileError("the file is empty");
     }
-    std::array<char, PCAP_ERRBUF_SIZE> reason{};
-    capture_.reset(pcap_fopen_offline(file.get(), reason.data()));
+    File file = input_.stream();
+    std::array<char, PCAP_ERRBUF_SIZE> text{};
+    capture_.reset(pcap_fopen_offline(file.get(), text.data()));
     if (capture_ == nullptr) {
-        throw FileError(std::string("not a capture file: ") + reason.data());
+        throw FileError("not a capture file: " + reason(text.data()));
     }
     file.release();  // NOLINT(bugprone-unused-return-value): closed with the capture
+}
+
+std::string CaptureFile::reason(const char* of_libpcap) const {
+    if (input_.problem() != nullptr) {
+        return input_.problem();
+    }
+    // libpcap gives all records of a file one link type.
+    const std::string text = of_libpcap;
+    return text.find("different from the type of the first interface") == std::string::npos
+               ? text
+               : text +
+                     "; extract one interface: tshark -r FILE -Y 'frame.interface_id == 0' -w ONE, "
+                     "then editcap -F pcap -T ieee-802-11-radiotap ONE ONE.pcap";
 }
 
 int CaptureFile::link_type() const { return pcap_datalink(capture_.get()); }
@@ -42,44 +49,51 @@ std::optional<Record> CaptureFile::next() {
             return std::nullopt;
         default:
             throw FileError("record " + std::to_string(records_ + 1) + ": " +
-                            pcap_geterr(capture_.get()));
+                            reason(pcap_geterr(capture_.get())));
     }
+    // A classic file has unsigned seconds of 32 bits, which libpcap extends with a sign.
+    constexpr int pcapng = 1;
+    const bool unsigned_seconds = pcap_major_version(capture_.get()) != pcapng ||
+                                  sizeof(header->ts.tv_sec) == sizeof(std::uint32_t);
+    const std::int64_t seconds = unsigned_seconds ? static_cast<std::uint32_t>(header->ts.tv_sec)
+                                                  : std::int64_t{header->ts.tv_sec};
     // What a damaged file says of the time may be anything.
     constexpr int second = 1'000'000;
     const std::int64_t microseconds = header->ts.tv_usec;
     const auto fraction = static_cast<std::int32_t>((microseconds % second + second) % second);
     return Record{++records_,
-                  {header->ts.tv_sec + (microseconds - fraction) / second, fraction},
+                  {seconds + (microseconds - fraction) / second, fraction},
                   std::span(octets, header->caplen),
                   std::max(header->len, header->caplen)};
 }
 
-std::int64_t CaptureFile::position() const { return ftello(pcap_file(capture_.get())); }
+namespace {
 
-void CaptureWriter::Close::operator()(pcap* capture) const noexcept { pcap_close(capture); }
-void CaptureWriter::Close::operator()(pcap_dumper* dumper) const noexcept {
-    pcap_dump_close(dumper);
+void append_little_endian(std::string& octets, std::initializer_list<std::uint32_t> words) {
+    for (const std::uint32_t word : words) {
+        for (unsigned shift = 0; shift < 32; shift += 8) {
+            octets += static_cast<char>(word >> shift);
+        }
+    }
 }
 
-CaptureWriter::CaptureWriter(File file, int link_type)
-    : capture_(pcap_open_dead(link_type, std::numeric_limits<std::uint16_t>::max())) {
-    if (capture_ == nullptr) {
-        throw_errno(ENOMEM);
-    }
-    dumper_.reset(pcap_dump_fopen(capture_.get(), file.get()));
-    if (dumper_ == nullptr) {
-        throw FileError(pcap_geterr(capture_.get()));
-    }
-    file.release();  // NOLINT(bugprone-unused-return-value): closed with the dumper
+}  // namespace
+
+std::string capture_header(std::uint32_t link_type) {
+    constexpr std::uint32_t microseconds = 0xA1B2C3D4;
+    constexpr std::uint32_t version_2_4 = 4U << 16U | 2U;
+    std::string octets;
+    // behind the version: time zone, accuracy, longest record
+    append_little_endian(octets, {microseconds, version_2_4, 0, 0, max_record, link_type});
+    return octets;
 }
 
-bool CaptureWriter::write(const Timestamp& time, std::span<const std::uint8_t> octets) {
-    pcap_pkthdr header{};
-    header.ts.tv_sec = static_cast<decltype(header.ts.tv_sec)>(time.seconds);
-    header.ts.tv_usec = time.microseconds;
-    header.caplen = header.len = static_cast<bpf_u_int32>(octets.size());
-    pcap_dump(reinterpret_cast<u_char*>(dumper_.get()), &header, octets.data());
-    return pcap_dump_flush(dumper_.get()) == 0 && std::ferror(pcap_dump_file(dumper_.get())) == 0;
+std::string capture_record(const Timestamp& time, std::span<const std::uint8_t> octets) {
+    const auto size = static_cast<std::uint32_t>(octets.size());
+    std::string record;
+    append_little_endian(record, {static_cast<std::uint32_t>(time.seconds),
+                                  static_cast<std::uint32_t>(time.microseconds), size, size});
+    return record.append(octets.begin(), octets.end());
 }
 
 }  // namespace nuvctl

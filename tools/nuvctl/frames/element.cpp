@@ -11,6 +11,7 @@
 namespace nuvctl {
 
 using nuv::ieee802_11::IEEE802_11_HECapabilities;
+using nuv::ieee802_11::IEEE802_11_MultiLink;
 using nuv::serialization::SerializationContext;
 using nuv::serialization::SerializationException;
 using ID = nuv::ieee802_11::IEEE802_11_Element_ID;
@@ -19,7 +20,7 @@ using Ext = nuv::ieee802_11::IEEE802_11_Element_ID_Extension;
 namespace {
 
 Element read_element(Octets rest, ElementMaker& maker) {
-    Element element{rest[0], {}, 0, {}, {}, {}, {}};
+    Element element{rest[0], {}, 0, {}, {}, {}, {}, {}, {}};
     if (rest.size() > 1) {
         element.length = rest[1];
         element.body = rest.subspan(2, std::min<std::size_t>(rest[1], rest.size() - 2));
@@ -29,17 +30,22 @@ Element read_element(Octets rest, ElementMaker& maker) {
         element.extension = element.body[0];
         element.body = element.body.subspan(1);
     }
+    ElementMaker::ElementPtr typed;
     try {
         if (extended && rest.size() < 3) {
             throw SerializationException("Error reading extended element ID!");
         }
-        auto typed = maker.make(element.id, extended ? rest[2] : 0);
-        SerializationContext context;
-        typed->deserialize(rest, context);
-        maker.remember(*typed);
+        typed = maker.make(element.id, extended ? rest[2] : 0);
+        maker.read(*typed, rest);
         element.typed = std::move(typed);
+        if (element.is_cut_short()) {
+            element.error = "trailing element truncated";
+        }
     } catch (const SerializationException& e) {
         element.error = e.what();
+        if (const auto* multi_link = dynamic_cast<const IEEE802_11_MultiLink*>(typed.get())) {
+            element.link = failed_link(*multi_link, rest);
+        }
     }
     return element;
 }
@@ -58,6 +64,12 @@ ElementMaker::ElementPtr ElementMaker::make(std::uint8_t id, std::uint8_t extens
                : known_.create_element(static_cast<ID>(id));
 }
 
+void ElementMaker::read(nuv::ieee802_11::IEEE802_11_Element_Base& element, Octets octets) {
+    SerializationContext context;
+    element.deserialize(octets, context);
+    remember(element);
+}
+
 void ElementMaker::remember(const nuv::ieee802_11::IEEE802_11_Element_Base& element) {
     // The HE Capabilities give the EHT Capabilities behind them their shape.
     if (const auto* he = dynamic_cast<const IEEE802_11_HECapabilities*>(&element)) {
@@ -65,24 +77,26 @@ void ElementMaker::remember(const nuv::ieee802_11::IEEE802_11_Element_Base& elem
     }
 }
 
-std::vector<Element> read_elements(Octets body, std::size_t begin, ElementMaker::Frame frame) {
+std::vector<Element> read_elements(Octets body, std::size_t begin, ElementMaker& maker) {
     constexpr std::size_t header = 2;
     constexpr std::size_t max_length = 255;
-    constexpr std::uint8_t fragment_id = 242;
-    ElementMaker maker(frame);
     std::vector<Element> elements;
     for (std::size_t at = begin; at < body.size();) {
         Element element = read_element(body.subspan(at), maker);
         element.offset = at;
-        at += header + element.length.value_or(0);
-        // What was put together of this element and the fragments behind it is one element.
-        if (element.typed != nullptr && element.typed->get_length() > header + max_length) {
-            std::size_t length = max_length;
-            while (length == max_length && at + header <= body.size() && body[at] == fragment_id) {
-                length = body[at + 1];
-                at += header + length;
+        if (element.link) {
+            element.link->offset += at;
+            if (element.link->element) {
+                element.link->element->offset += at;
             }
         }
+        std::size_t size = header + element.length.value_or(0);
+        // What was put together of this element and the fragments behind it is one element.
+        if (element.typed != nullptr && element.typed->get_length() > header + max_length) {
+            size = element.typed->get_length();
+        }
+        element.octets = body.subspan(at, std::min(size, body.size() - at));
+        at += size;
         elements.push_back(std::move(element));
     }
     return elements;

@@ -5,15 +5,14 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
-#include <span>
 #include <string>
 #include <vector>
 
+#include "frames/failed_link.hpp"
+#include "frames/octets.hpp"
 #include "nuv/ieee802_11/ieee802_11_assoc_request_frame.hpp"
 
 namespace nuvctl {
-
-using Octets = std::span<const std::uint8_t>;
 
 /// An element of a frame's body, in the order sent.
 struct Element {
@@ -21,9 +20,12 @@ struct Element {
     std::optional<std::uint8_t> extension;  ///< none where the element has no room for one
     std::size_t offset;                     ///< of its ID, from the first octet of the body as sent
     std::optional<std::uint8_t> length;     ///< the Length octet, none where the body ends before
-    Octets body;  ///< behind ID, Length and extension, as far as it is there
+    Octets
+        octets;  ///< of the whole element and the fragments that belong to it, as far as they are there
+    Octets body;  ///< behind ID, Length and extension, without fragments
     std::unique_ptr<nuv::ieee802_11::IEEE802_11_Element_Base> typed;  ///< null if it cannot be read
-    std::string error;                                                ///< why it cannot be read
+    std::string error;               ///< why it cannot be read, or that it is cut short
+    std::optional<FailedLink> link;  ///< where it cannot be read, from its first octet
 
     /// Whether the body ends before the element does.
     bool is_cut_short() const { return body.size() + (extension ? 1U : 0U) < length.value_or(1); }
@@ -41,7 +43,10 @@ public:
     /// A new element, a raw one where there is no class. `extension` matters for ID 255. Throws
     /// SerializationException where the element that gives it its shape is missing.
     ElementPtr make(std::uint8_t id, std::uint8_t extension) const;
-    /// To be told of each element in its turn.
+    /// Reads into `element`, which make() made, from the first of `octets`. To be called for each
+    /// element in its turn. Throws SerializationException.
+    void read(nuv::ieee802_11::IEEE802_11_Element_Base& element, Octets octets);
+    /// To be told of an element that was read elsewhere.
     void remember(const nuv::ieee802_11::IEEE802_11_Element_Base& element);
 
 private:
@@ -50,7 +55,7 @@ private:
 };
 
 /// Reads the elements from `begin` to the end of `body` one by one, as the frame's class does, but goes
-/// on behind one that fails. They are valid as long as `body`.
-std::vector<Element> read_elements(Octets body, std::size_t begin, ElementMaker::Frame frame);
+/// on behind one that fails. `maker` makes them, and learns of them. They are valid as long as `body`.
+std::vector<Element> read_elements(Octets body, std::size_t begin, ElementMaker& maker);
 
 }  // namespace nuvctl

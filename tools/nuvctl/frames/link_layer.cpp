@@ -6,14 +6,14 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <string_view>
 
+#include "frames/octets.hpp"
 #include "nuv/byte_order.hpp"
 
 namespace nuvctl {
 
 namespace {
-
-using Octets = std::span<const std::uint8_t>;
 
 /// What stands before the frame.
 struct LinkHeader {
@@ -21,18 +21,6 @@ struct LinkHeader {
     bool has_fcs = false;
     bool bad_fcs = false;
 };
-
-/// `size` octets at `at` as a number, none beyond the end.
-std::optional<std::uint32_t> little_endian(Octets octets, std::size_t at, std::size_t size) {
-    if (at > octets.size() || octets.size() - at < size) {
-        return std::nullopt;
-    }
-    std::uint32_t value = 0;
-    for (std::size_t i = size; i-- > 0;) {
-        value = value << 8U | octets[at + i];
-    }
-    return value;
-}
 
 std::optional<std::uint32_t> big_endian_32(Octets octets, std::size_t at) {
     const auto value = little_endian(octets, at, 4);
@@ -156,32 +144,87 @@ std::optional<LinkHeader> radiotap_header(Octets octets) {
     return LinkHeader{*length, (flags & flag_fcs_at_end) != 0, (flags & flag_bad_fcs) != 0};
 }
 
-// --- Prism: a header of one size. The AVS header came later under the same link type; it begins
-// with a magic number and its length, big-endian.
+// --- AVS: version and length (4 octets each), big-endian, what the receiver measured.
+
+constexpr bool is_avs(std::uint32_t version) {
+    constexpr std::uint32_t avs_magic = 0x80211000;
+    constexpr std::uint32_t avs_version_mask = 0xFFF;
+    return (version & ~avs_version_mask) == avs_magic;
+}
+
+std::optional<LinkHeader> avs_header(Octets octets) {
+    const auto version = big_endian_32(octets, 0);
+    const auto length = big_endian_32(octets, 4);
+    if (!length || !is_avs(*version) || *length < 8 || *length > octets.size()) {
+        return std::nullopt;
+    }
+    return LinkHeader{*length};
+}
+
+// --- Prism: a header of one size. The AVS header came later under the same link type.
 
 std::optional<LinkHeader> prism_header(Octets octets) {
     constexpr std::size_t prism_length = 144;
-    constexpr std::uint32_t avs_magic = 0x80211000;
-    constexpr std::uint32_t avs_version_mask = 0xFFF;
-    const auto magic = big_endian_32(octets, 0);
-    const bool avs = magic && (*magic & ~avs_version_mask) == avs_magic;
-    const std::size_t length = avs ? big_endian_32(octets, 4).value_or(0) : prism_length;
-    if (length < 8 || length > octets.size()) {
+    if (is_avs(big_endian_32(octets, 0).value_or(0))) {
+        return avs_header(octets);
+    }
+    return prism_length <= octets.size() ? std::optional(LinkHeader{prism_length}) : std::nullopt;
+}
+
+// --- PPI: version (1 octet), flags (1), length (2), link type (4), fields. Each field has a type (2),
+// the length of its data (2) and the data, padded to a multiple of 4 octets if the flags say so. Numbers
+// are little-endian.
+
+/// The flags of the first field 802.11-Common, behind its TSF timer; 0 without one.
+std::uint32_t find_ppi_flags(Octets header) {
+    constexpr std::size_t first_field = 8;
+    constexpr std::size_t field_header = 4;
+    constexpr std::uint32_t common = 2;
+    constexpr std::size_t tsf_length = 8;
+    const bool padded = (header[1] & 1U) != 0;
+    for (std::size_t at = first_field;;) {
+        const auto type = little_endian(header, at, 2);
+        const auto length = little_endian(header, at + 2, 2);
+        if (!length) {
+            return 0;
+        }
+        if (type == common) {
+            return little_endian(header, at + field_header + tsf_length, 2).value_or(0);
+        }
+        at += field_header + (padded ? aligned(*length, 4) : *length);
+    }
+}
+
+std::optional<LinkHeader> ppi_header(Octets octets) {
+    constexpr std::uint32_t fcs_at_end = 0x1;
+    constexpr std::uint32_t bad_fcs = 0x4;
+    constexpr std::size_t least = 8;
+    const auto length = little_endian(octets, 2, 2);
+    const auto inner = little_endian(octets, 4, 4);
+    if (!inner || octets[0] != 0 || *length < least || *length > octets.size()) {
         return std::nullopt;
     }
-    return LinkHeader{length};
+    if (inner != DLT_IEEE802_11) {
+        throw FileError("PPI before link type " + std::to_string(*inner) +
+                        ", which is not IEEE 802.11 (105)");
+    }
+    const std::uint32_t flags = find_ppi_flags(octets.first(*length));
+    return LinkHeader{*length, (flags & fcs_at_end) != 0, (flags & bad_fcs) != 0};
 }
 
 std::optional<LinkHeader> no_header(Octets /*octets*/) { return LinkHeader{}; }
 
 struct LinkType {
     int number;
+    std::string_view name;
     std::optional<LinkHeader> (*header)(Octets octets);
 };
-constexpr std::array<LinkType, 3> link_types{{
-    {DLT_IEEE802_11, no_header},
-    {DLT_PRISM_HEADER, prism_header},
-    {DLT_IEEE802_11_RADIO, radiotap_header},
+constexpr std::array<LinkType, 5> link_types{{
+    {DLT_IEEE802_11, "IEEE 802.11", no_header},
+    {DLT_PRISM_HEADER, "Prism", prism_header},
+    {DLT_IEEE802_11_RADIO, "radiotap", radiotap_header},
+    {DLT_IEEE802_11_RADIO_AVS, "AVS", avs_header},
+    {DLT_PPI, "PPI", ppi_header},
 }};
 
 const LinkType* find_link_type(int number) {
@@ -192,6 +235,15 @@ const LinkType* find_link_type(int number) {
 }  // namespace
 
 bool is_ieee802_11(int link_type) { return find_link_type(link_type) != nullptr; }
+
+std::string ieee802_11_link_types() {
+    std::string text;
+    for (const LinkType& type : link_types) {
+        text += text.empty() ? "" : ", ";
+        text.append(type.name).append(" (").append(std::to_string(type.number)).append(")");
+    }
+    return text;
+}
 
 std::optional<MacFrame> mac_frame(int link_type, const Record& record) {
     const auto header = find_link_type(link_type)->header(record.octets);

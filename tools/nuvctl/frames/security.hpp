@@ -1,24 +1,25 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <string>
+#include <string_view>
 
 #include "frames/association_request.hpp"
-#include "nuv/ieee802_11/rsn_security.hpp"
+#include "nuv/wlan_types.hpp"
 
 namespace nuvctl {
 
-/// The text of the security mode that the station asks for: "NONE" without an RSN element, and
-/// "UNDEFINED" with one that cannot be read.
-inline std::string security_text(const AssociationRequest& request) {
-    using nuv::ieee802_11::IEEE802_11_RSNElement;
-    const auto* rsn = request.find<IEEE802_11_RSNElement>();
-    if (rsn != nullptr) {
-        return enum_to_string(security_from_rsn_element(*rsn));
-    }
-    return enum_to_string(request.has(IEEE802_11_RSNElement::ELEMENT_ID)
-                              ? nuv::WLANSecurity::UNDEFINED
-                              : nuv::WLANSecurity::NONE);
-}
+/// How the station wants to be protected.
+struct Security {
+    nuv::WLANSecurity mode = nuv::WLANSecurity::NONE;
+    /// The mechanism of an UNDEFINED station without an RSN and a WPA element: "WPS", "WAPI", "OSEN",
+    /// or "WEP?" for none of these. Empty otherwise.
+    std::string_view detail;
+};
+
+/// The RSN element decides, as security_from_rsn_element() maps it; UNDEFINED if it cannot be read.
+/// Together with a WPA element it is WPA_WPA2_MIXED if the only AKM of both is PSK. A WPA element alone
+/// gives WPAENT or WPAPSK by its only AKM, whatever its ciphers. Without both, a station that sets
+/// Privacy is UNDEFINED, any other NONE.
+Security security_of(const AssociationRequest& request);
 
 }  // namespace nuvctl

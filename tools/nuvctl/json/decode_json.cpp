@@ -1,8 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "json/decode_json.hpp"
 
+#include <algorithm>
+#include <array>
+
 #include "frames/security.hpp"
 #include "json/writer.hpp"
+#include "nuv/ieee802_11/ieee802_11_element_fields.hpp"
 #include "nuv/ieee802_11/ieee802_11_field_visitor.hpp"
 #include "nuv/ieee802_11/rsn_security.hpp"
 #include "text/text.hpp"
@@ -33,6 +37,11 @@ public:
 private:
     Json& json_;
 };
+
+/// Bits as they are on the air.
+std::array<std::uint8_t, 2> little_endian(std::uint16_t bits) {
+    return {static_cast<std::uint8_t>(bits), static_cast<std::uint8_t>(bits >> 8U)};
+}
 
 void write_suites(Json& json, std::string_view name, const IEEE802_11_RSNElement::Suites& suites) {
     json.open_list(name);
@@ -74,7 +83,8 @@ void write_rsn(Json& json, const AssociationRequest& request) {
     write_suites(json, "pairwise", rsn->get_pairwise_cipher_list());
     write_suites(json, "akm", rsn->get_akm_suite_list());
     if (reaches_capabilities(*rsn, body_size)) {
-        json.number("capabilities", rsn->get_rsn_capabilities().to_ullong());
+        json.text("capabilities", to_hex(little_endian(static_cast<std::uint16_t>(
+                                      rsn->get_rsn_capabilities().to_ulong()))));
     } else {
         json.null("capabilities");
     }
@@ -89,17 +99,29 @@ void write_error(Json& json, const DecodedFrame& frame) {
         json.null("error");
         return;
     }
+    const auto write_place = [&json](const auto* element) {
+        if (element == nullptr) {
+            json.null("element");
+            return;
+        }
+        json.open_object("element");
+        json.number("id", element->id);
+        json.optional_number("extension", element->extension);
+        json.number("offset", element->offset);
+        json.close_object();
+    };
+    const Element* element =
+        frame.error->element ? &frame.elements[*frame.error->element] : nullptr;
     json.open_object("error");
     json.text("message", to_utf8(frame.error->message));
-    if (frame.error->element) {
-        const Element& element = frame.elements[*frame.error->element];
-        json.open_object("element");
-        json.number("id", element.id);
-        json.optional_number("extension", element.extension);
-        json.number("offset", element.offset);
+    write_place(element);
+    if (element != nullptr && element->link) {
+        const FailedLink& link = *element->link;
+        json.open_object("link");
+        json.number("link_id", link.link_id);
+        json.number("offset", link.offset);
+        write_place(link.element ? &*link.element : nullptr);
         json.close_object();
-    } else {
-        json.null("element");
     }
     json.close_object();
 }
@@ -115,19 +137,27 @@ void write_element(Json& json, const Element& element) {
     name.empty() ? json.null("name") : json.text("name", name);
     json.number("offset", element.offset);
     json.optional_number("length", element.length);
-    if (element.typed == nullptr) {
+    if (!element.error.empty()) {
         json.text("error", to_utf8(element.error));
+    }
+    FieldWriter fields(json);
+    if (element.typed != nullptr) {
+        visit_element(fields, *element.typed, element.octets);
     } else {
-        json.open_object("fields");
-        if (element.typed->is_dummy()) {
-            json.text("body_hex", to_hex(element.body));
-        } else {
-            FieldWriter fields(json);
-            element.typed->visit_fields(fields);
-        }
-        json.close_object();
+        fields.open_object("fields");
+        fields.octets("body_hex", element.body);
+        fields.close_object();
     }
     json.close_object();
+}
+
+void write_time(Json& json, const Timestamp& time) {
+    if (const auto text = to_string(time)) {
+        json.text("time", *text);
+    } else {
+        json.null("time");
+        json.text("time_raw", raw_text(time));
+    }
 }
 
 /// Writes what all frames have, and between it what `middle` writes.
@@ -137,7 +167,7 @@ void write_frame(std::ostream& os, const Source& source, const DecodedFrame& fra
     write_object(os, pretty, [&](Json& json) {
         json.text("file", to_utf8(source.file));
         json.number("frame", source.record.number);
-        json.text("time", to_string(source.record.time));
+        write_time(json, source.record.time);
         json.text("type", frame.type);
         json.text("station", frame.station.to_string());
         json.text("bssid", frame.bssid.to_string());
@@ -165,13 +195,23 @@ void write_value(Json& json, const ActionFrame::Value& value) {
     }
     if (!octets) {
         json.null(field->name);
+        if (field->meaning != nullptr) {
+            json.null(meaning_of(field->name));
+        }
     } else if (field->kind == Kind::NUMBER) {
         std::uint64_t number = 0;
         for (std::size_t k = octets->size(); k-- > 0;) {
             number = number << 8U | (*octets)[k];
         }
         json.number(field->name, number);
+        if (field->meaning != nullptr) {
+            json.text(meaning_of(field->name), field->meaning(octets->front()));
+        }
     } else {
+        if (field->kind == Kind::TEXT &&
+            (!is_utf8(as_text(*octets)) || std::ranges::count(*octets, 0) != 0)) {
+            json.text(hex_of(field->name), to_hex(*octets));
+        }
         json.text(field->name, field->kind == Kind::ADDRESS ? address_in(*octets).to_string()
                                : field->kind == Kind::TEXT  ? to_utf8(as_text(*octets))
                                                             : to_hex(*octets));
@@ -185,12 +225,19 @@ void write_json(std::ostream& os, const Source& source, const AssociationRequest
     write_frame(os, source, request, pretty, [&](Json& json) {
         request.current_ap ? json.text("current_ap", request.current_ap->to_string())
                            : json.null("current_ap");
-        json.optional_number("capability_information", request.capability_information);
+        request.capability_information
+            ? json.text("capability_information",
+                        to_hex(little_endian(*request.capability_information)))
+            : json.null("capability_information");
         json.optional_number("listen_interval", request.listen_interval);
         const std::string_view ssid = as_text(request.ssid);
         is_utf8(ssid) ? json.text("ssid", ssid) : json.null("ssid");
         json.text("ssid_hex", to_hex(request.ssid));
-        json.text("security", security_text(request));
+        const Security security = security_of(request);
+        json.text("security", enum_to_string(security.mode));
+        if (!security.detail.empty()) {
+            json.text("security_detail", security.detail);
+        }
         write_rsn(json, request);
     });
 }

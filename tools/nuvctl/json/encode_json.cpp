@@ -4,13 +4,16 @@
 #include <algorithm>
 #include <limits>
 #include <span>
-#include <sstream>
+#include <string>
 
 #include "frames/action_frame.hpp"
 #include "frames/association_request.hpp"
+#include "frames/capture_file.hpp"
 #include "json/fields.hpp"
+#include "nuv/ieee802_11/ieee802_11_element_fields.hpp"
 #include "nuv/mac_address.hpp"
 #include "nuv/serialization_exception.hpp"
+#include "text/text.hpp"
 
 namespace nuvctl {
 
@@ -18,6 +21,7 @@ namespace {
 
 using nuv::serialization::SerializationException;
 using ID = nuv::ieee802_11::IEEE802_11_Element_ID;
+using Ext = nuv::ieee802_11::IEEE802_11_Element_ID_Extension;
 
 void append(std::vector<std::uint8_t>& frame, std::span<const std::uint8_t> octets) {
     frame.insert(frame.end(), octets.begin(), octets.end());
@@ -49,84 +53,83 @@ Timestamp time(JsonFields& fields) {
     return *value;
 }
 
-/// The octets that are given, whatever the element is: also for what its class would not write.
-std::vector<std::uint8_t> raw_element(JsonFields& fields, std::uint8_t id, std::uint8_t extension) {
-    const auto body = fields.octets("body_hex");
+/// An element that could not be read, as it was received. Only the last one of a frame can be cut short:
+/// then it has the Length that it had, as far as that was there.
+std::vector<std::uint8_t> received_element(JsonFields& fields, std::uint8_t id, bool is_last) {
     std::vector<std::uint8_t> octets{id, 0};
-    if (static_cast<ID>(id) == ID::ELEMENT_ID_EXTENSION) {
-        octets.push_back(extension);
+    if (fields.has("extension")) {
+        octets.push_back(static_cast<std::uint8_t>(fields.number("extension", 8)));
     }
-    append(octets, body);
-    if (octets.size() - 2 > std::numeric_limits<std::uint8_t>::max()) {
+    fields.open_object("fields");
+    append(octets, fields.octets("body_hex"));
+    std::size_t length = octets.size() - 2;
+    if (length > std::numeric_limits<std::uint8_t>::max()) {
         fields.fail("more than an element holds");
     }
-    octets[1] = static_cast<std::uint8_t>(octets.size() - 2);
+    fields.leave_object();
+    if (is_last && fields.has("length")) {
+        length = std::max<std::size_t>(length, fields.number("length", 8));
+    } else if (is_last && length == 0) {
+        octets.pop_back();
+        return octets;
+    }
+    octets[1] = static_cast<std::uint8_t>(length);
     return octets;
 }
 
-std::vector<std::uint8_t> written(const nuv::ieee802_11::IEEE802_11_Element_Base& element) {
-    std::ostringstream os;
-    nuv::serialization::SerializationContext context;
-    element.serialize_impl(os, context);
-    const std::string octets = os.str();
-    return {octets.begin(), octets.end()};
-}
-
-std::vector<std::uint8_t> element(JsonFields& fields, ElementMaker& maker) {
+std::vector<std::uint8_t> element(JsonFields& fields, ElementMaker& maker, bool is_last) {
     fields.open_object({});
-    for (const auto* derived : {"name", "offset", "length"}) {
+    for (const auto* derived : {"name", "offset", "length", "error"}) {
         fields.ignore(derived);
     }
     const auto id = static_cast<std::uint8_t>(fields.number("id", 8));
+    const bool failed = fields.has("error");
     const bool extended = static_cast<ID>(id) == ID::ELEMENT_ID_EXTENSION;
     std::uint8_t extension = 0;
-    if (extended || fields.has("extension")) {
+    if ((extended && !failed) || fields.has("extension")) {
         extension = static_cast<std::uint8_t>(fields.number("extension", 8));
         if (!extended) {
             fields.fail("only elements with ID 255 have one");
         }
     }
-    if (fields.has("error")) {
-        fields.text("error");
-        fields.fail("could not be read; \"fields\":{\"body_hex\":\"...\"} can be written instead");
-    }
-    fields.open_object("fields");
-    std::vector<std::uint8_t> octets;
-    try {
-        const bool raw = fields.size() == 1 && fields.has("body_hex");
-        const auto typed = raw ? nullptr : maker.make(id, extension);
-        if (typed == nullptr || typed->is_dummy()) {
-            octets = raw_element(fields, id, extension);
-            fields.close_object();
-        } else {
-            typed->assign_fields(fields);
-            fields.close_object();
-            octets = written(*typed);
-            // The Length octet of a report that is too long wraps.
-            if (octets.size() > typed->get_length()) {
-                fields.fail("more than an element holds");
-            }
-            maker.remember(*typed);
-        }
-    } catch (const SerializationException& error) {
-        fields.fail(error.what());
-    }
+    const auto make = [&] { return maker.make(id, extension); };
+    auto octets =
+        failed ? received_element(fields, id, is_last)
+               : assign_element(fields, static_cast<ID>(id), static_cast<Ext>(extension), make);
     fields.close_object();
+    try {
+        maker.read(*make(), octets);
+    } catch (const SerializationException&) {
+        // Given by its octets, it may be anything.
+        return octets;
+    }
     return octets;
 }
 
 void append_elements(JsonFields& fields, ElementMaker maker, std::vector<std::uint8_t>& frame) {
     for (std::size_t count = fields.open_list("elements"); count > 0; --count) {
-        append(frame, element(fields, maker));
+        append(frame, element(fields, maker, count == 1));
+        if (frame.size() > max_record) {
+            fields.fail("the frame has more than " + std::to_string(max_record) + " octets");
+        }
     }
     fields.close_list();
 }
 
+void append_bits(JsonFields& fields, std::string_view name, std::size_t size,
+                 std::vector<std::uint8_t>& frame) {
+    const auto octets = fields.octets(name);
+    if (octets.size() != size) {
+        fields.fail("not " + std::to_string(size) + " octets");
+    }
+    append(frame, octets);
+}
+
 void append_request(JsonFields& fields, bool reassociation, std::vector<std::uint8_t>& frame) {
-    for (const auto* derived : {"ssid", "ssid_hex", "security", "rsn"}) {
+    for (const auto* derived : {"ssid", "ssid_hex", "security", "security_detail", "rsn"}) {
         fields.ignore(derived);
     }
-    append_little_endian(frame, fields.number("capability_information", 16), 2);
+    append_bits(fields, "capability_information", 2, frame);
     append_little_endian(frame, fields.number("listen_interval", 16), 2);
     if (reassociation || fields.has("current_ap")) {
         append(frame, address(fields, "current_ap").octets());
@@ -142,15 +145,16 @@ void append_value(JsonFields& fields, const ActionField& field, std::vector<std:
     if (field.kind == Kind::NUMBER) {
         append_little_endian(frame, fields.number(field.name, 8U * field.size), field.size);
     } else if (field.kind == Kind::BITS) {
-        const auto octets = fields.octets(field.name);
-        if (octets.size() != field.size) {
-            fields.fail("not " + std::to_string(field.size) + " octets");
-        }
-        append(frame, octets);
+        append_bits(fields, field.name, field.size, frame);
     } else if (field.kind == Kind::ADDRESS) {
         append(frame, address(fields, field.name).octets());
     } else if (field.kind == Kind::TEXT) {
-        const std::string text = fields.text(field.name);
+        std::string text = fields.text(field.name);
+        if (const std::string hex = hex_of(field.name); fields.has(hex)) {
+            const auto octets = fields.octets(hex);
+            // A text of the parser ends at its first NUL.
+            text = to_utf8(as_text(octets)).c_str() == text ? as_text(octets) : text;
+        }
         if (text.size() > std::numeric_limits<std::uint8_t>::max()) {
             fields.fail("more than 255 octets");
         }
@@ -167,6 +171,9 @@ void append_action(JsonFields& fields, const ActionType& type, std::vector<std::
     frame.push_back(static_cast<std::uint8_t>(fields.number("dialog_token", 8)));
     const std::size_t behind_token = frame.size();
     for (const ActionField& field : type.fields) {
+        if (field.meaning != nullptr) {
+            fields.ignore(meaning_of(field.name));
+        }
         // Null is what is said of an absent field; another value is then one too many.
         const bool given = fields.has(field.name);
         const bool optional = field.kind == ActionField::Kind::ADDRESS;
@@ -181,7 +188,7 @@ void append_action(JsonFields& fields, const ActionType& type, std::vector<std::
 
 EncodedFrame read_json(nuv::serialization::YAJLNode document) {
     JsonFields fields(std::move(document));
-    for (const auto* derived : {"file", "frame", "fcs", "truncated", "error"}) {
+    for (const auto* derived : {"file", "frame", "time_raw", "fcs", "truncated", "error"}) {
         fields.ignore(derived);
     }
     const std::string name = fields.text("type");
@@ -214,6 +221,7 @@ EncodedFrame read_json(nuv::serialization::YAJLNode document) {
         append_request(fields, reassociation, frame.octets);
     }
     fields.finish();
+    frame.notes = fields.notes();
     return frame;
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 #include <vector>
 
 #include "nuv/yajl_node.hpp"
@@ -14,6 +15,7 @@ struct EncodedFrame {
     Timestamp time;
     std::vector<std::uint8_t> octets;  ///< MAC header and body
     std::size_t body = 0;              ///< where the body begins
+    std::vector<std::string> notes;    ///< what it has not of the JSON, each behind its path
 };
 
 /// Makes the frame that write_json() describes so. Of what is there twice, only the elements are

@@ -92,13 +92,11 @@ void JsonFields::close_object() {
     levels_.pop_back();
 }
 
-void JsonFields::fail(std::string_view message) {
-    throw FieldError(levels_.back().asked_last + ": " + std::string(message));
-}
+void JsonFields::fail(std::string_view message) { throw FieldError(at_last(message)); }
 
 void JsonFields::ignore(std::string_view name) { levels_.back().asked.emplace(name); }
 
-std::size_t JsonFields::size() const {
+std::size_t JsonFields::size() {
     std::vector<std::string> names;
     levels_.back().node.get_names(names);
     return names.size();
@@ -118,7 +116,7 @@ void JsonFields::read(std::string_view name, const char* kind, Get get) {
     } else {
         level.asked_last = path_of(name);
         level.asked.insert(key);
-        there = level.node.probe_name(key);
+        there = level.node.probe_name(key) && !level.node.get_null(key);
         fits = there && get(level.node, key);
     }
     if (!fits) {
@@ -129,6 +127,10 @@ void JsonFields::read(std::string_view name, const char* kind, Get get) {
 void JsonFields::open(YAJLNode node, bool is_list) {
     const std::string path = levels_.back().asked_last;
     levels_.push_back({std::move(node), path, is_list, path, {}});
+}
+
+std::string JsonFields::at_last(std::string_view message) const {
+    return levels_.back().asked_last + ": " + std::string(message);
 }
 
 std::string JsonFields::path_of(std::string_view member) const {

@@ -33,12 +33,17 @@ public:
     void open_object(std::string_view name) override;
     /// A member that nobody asked for is an error; so misspelt names are found.
     void close_object() override;
+    /// Number of members of the object that is open.
+    std::size_t size() override;
     [[noreturn]] void fail(std::string_view message) override;
+    void note(std::string_view message) override { notes_.push_back(at_last(message)); }
 
     /// Takes a member for known that is not read.
     void ignore(std::string_view name);
-    /// Number of members of the object that is open.
-    std::size_t size() const;
+    /// Closes an object of which other members are not looked at.
+    void leave_object() { levels_.pop_back(); }
+    /// What was noted, behind the path of the place as in a FieldError.
+    const std::vector<std::string>& notes() const { return notes_; }
     /// To be called at the end: closes the document's object.
     void finish() { close_object(); }
 
@@ -59,8 +64,10 @@ private:
     void read(std::string_view name, const char* kind, Get get);
     void open(nuv::serialization::YAJLNode node, bool is_list);
     std::string path_of(std::string_view member) const;
+    std::string at_last(std::string_view message) const;
 
     std::vector<Level> levels_;
+    std::vector<std::string> notes_;
 };
 
 }  // namespace nuvctl

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 
@@ -9,25 +10,28 @@
 
 namespace nuvctl {
 
-/// The JSON values of a file, one by one; blanks between them, or not.
+/// The JSON values of a file, one by one; blanks and comments between them, or nothing.
 class JsonReader {
 public:
     explicit JsonReader(const std::string& name) : file_(open_to_read(name)) {}
 
-    /// The text of the next value, as far as brackets and quotes tell where it ends; empty at the end
-    /// of the file. Throws FileError.
+    /// The text of the next value, with the comments before it; empty at the end of the file. It ends
+    /// where the parser finds its end, or is nested deeper than parse_json() reads. Throws FileError,
+    /// for text that is no JSON with the line and the parser's reason.
     std::string next();
 
-    /// The line, counted from 1, in which that text begins.
+    /// The line, counted from 1, in which that value begins.
     std::uint64_t line() const { return begin_; }
 
 private:
-    int read();
+    /// Whether there are octets behind `at_`, from the file if need be.
+    bool fill();
 
     File file_;
-    std::uint64_t line_ = 1;
+    std::string octets_;
+    std::size_t at_ = 0;
+    std::uint64_t line_ = 1;  // of the octet at `at_`
     std::uint64_t begin_ = 1;
-    int last_ = 0;
 };
 
 /// Throws FieldError with the parser's reason.

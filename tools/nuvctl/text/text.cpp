@@ -27,6 +27,10 @@ std::optional<std::vector<std::uint8_t>> from_hex(std::string_view text) {
     return text.size() % 2 == 0 ? std::optional(octets) : std::nullopt;
 }
 
+std::string meaning_of(std::string_view name) { return std::string(name) + "_name"; }
+
+std::string hex_of(std::string_view name) { return std::string(name) + "_hex"; }
+
 std::string_view as_text(std::span<const std::uint8_t> octets) {
     return {reinterpret_cast<const char*>(octets.data()), octets.size()};
 }

@@ -25,4 +25,10 @@ using nuv::Printable;
 using nuv::to_printable;
 using nuv::to_utf8;
 
+/// The name of the member that says what the code `name` means.
+std::string meaning_of(std::string_view name);
+
+/// The name of the member that has the octets of the text `name`.
+std::string hex_of(std::string_view name);
+
 }  // namespace nuvctl

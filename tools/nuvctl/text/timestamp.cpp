@@ -3,19 +3,46 @@
 
 #include <array>
 #include <charconv>
+#include <chrono>
 #include <cstdio>
 #include <ctime>
 
 namespace nuvctl {
 
-std::string to_string(const Timestamp& time) {
-    const auto seconds = static_cast<std::time_t>(time.seconds);
-    std::tm utc{};
-    gmtime_r(&seconds, &utc);
+namespace {
+
+// Not std::time_t, which ends in 2038 where it has 32 bits.
+using Seconds = std::chrono::sys_seconds;
+using std::chrono::days;
+using std::chrono::sys_days;
+using std::chrono::year;
+
+constexpr Seconds first_date = sys_days(year(0) / 1 / 1);
+constexpr Seconds behind_last_date = sys_days(year(10'000) / 1 / 1);
+
+}  // namespace
+
+std::optional<std::string> to_string(const Timestamp& time) {
+    const Seconds seconds{std::chrono::seconds(time.seconds)};
+    if (seconds < first_date || seconds >= behind_last_date) {
+        return std::nullopt;
+    }
+    const auto day = std::chrono::floor<days>(seconds);
+    const std::chrono::year_month_day date(day);
+    const std::chrono::hh_mm_ss clock(seconds - day);
     std::array<char, 64> text{};
-    const std::size_t size = std::strftime(text.data(), text.size(), "%Y-%m-%dT%H:%M:%S", &utc);
-    std::snprintf(text.data() + size, text.size() - size, ".%06dZ", time.microseconds);
+    std::snprintf(text.data(), text.size(), "%04d-%02u-%02uT%02d:%02d:%02d.%06dZ",
+                  static_cast<int>(date.year()), static_cast<unsigned>(date.month()),
+                  static_cast<unsigned>(date.day()), static_cast<int>(clock.hours().count()),
+                  static_cast<int>(clock.minutes().count()),
+                  static_cast<int>(clock.seconds().count()), time.microseconds);
     return text.data();
+}
+
+std::string raw_text(const Timestamp& time) {
+    std::array<char, 16> fraction{};
+    std::snprintf(fraction.data(), fraction.size(), ".%06d", time.microseconds);
+    return std::to_string(time.seconds) + fraction.data();
 }
 
 std::optional<Timestamp> parse_timestamp(const std::string& text) {
@@ -25,7 +52,10 @@ std::optional<Timestamp> parse_timestamp(const std::string& text) {
     if (fraction == nullptr) {
         return std::nullopt;
     }
-    time.seconds = timegm(&utc);
+    const Seconds day = sys_days(year(utc.tm_year + 1900) / (utc.tm_mon + 1) / utc.tm_mday);
+    time.seconds = (day.time_since_epoch() + std::chrono::hours(utc.tm_hour) +
+                    std::chrono::minutes(utc.tm_min) + std::chrono::seconds(utc.tm_sec))
+                       .count();
     std::from_chars(fraction, text.data() + text.size(), time.microseconds);
     // Whatever is out of range or in another form comes out as another text.
     return to_string(time) == text ? std::optional(time) : std::nullopt;

@@ -36,7 +36,6 @@ public:
 
 private:
     ByteCursor take(std::istream& is, std::uint8_t length) {
-        auto* octets = reinterpret_cast<char*>(octets_.data());
         std::streambuf& buffer = *is.rdbuf();
         const bool whole = buffer.in_avail() >= length;
         const bool seekable =
@@ -45,8 +44,7 @@ private:
         if (!whole || !seekable) {
             source = &bounded_.emplace(is, length);
         }
-        source->read(octets, length);
-        taken_ = static_cast<std::size_t>(source->gcount());
+        taken_ = read_available(*source, octets_.data(), length);
         return ByteCursor({octets_.data(), taken_}, length - taken_);
     }
 

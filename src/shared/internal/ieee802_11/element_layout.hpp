@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <ostream>
 #include <span>
+#include <sstream>
 #include <string>
 #include <string_view>
 #include <type_traits>
@@ -105,15 +106,44 @@ std::array<std::uint8_t, N> assign_numbers(IEEE802_11_FieldSource& source, std::
     return numbers;
 }
 
+/// Shows what a number beside it means; nothing without a text.
+inline void visit_meaning(IEEE802_11_FieldVisitor& visitor, std::string_view name,
+                          std::string_view meaning) {
+    if (!meaning.empty()) {
+        visitor.text(name, meaning);
+    }
+}
+
+/// Passes over it: the number counts.
+inline void skip_meaning(IEEE802_11_FieldSource& source, std::string_view name) {
+    if (source.has(name)) {
+        source.text(name);
+    }
+}
+
+/// An enumeration whose numbers have texts.
+template <class T>
+concept CodeValue = std::is_enum_v<T> && requires(std::ostream& os, T value) {
+    os << value;
+};
+
+/// Under which name the text of a code stands.
+inline std::string meaning_of(std::string_view code) { return std::string(code) + "_name"; }
+
 /// Shows one value: numbers least significant octet first as the standard has them, which is the
-/// reverse of how this library writes them; what has a text form as text; a group of numbers (a
-/// WireForm with `is_group`) as a list; everything else as its octets.
+/// reverse of how this library writes them, a code with its text behind it; what has a text form as
+/// text; a group of numbers (a WireForm with `is_group`) as a list; everything else as its octets.
 template <class T>
 void visit_value(IEEE802_11_FieldVisitor& visitor, std::string_view name, const T& value) {
     if constexpr (TextValue<T>) {
         visitor.text(name, value.to_string());
     } else if constexpr (NumberValue<T>) {
         visitor.number(name, static_cast<std::uint64_t>(standard_value(value)));
+        if constexpr (CodeValue<T>) {
+            std::ostringstream text;
+            text << value;
+            visit_meaning(visitor, meaning_of(name), text.view());
+        }
     } else {
         std::array<std::uint8_t, WireForm<T>::size> octets{};
         WireForm<T>::encode(value, octets.data());
@@ -134,6 +164,9 @@ void assign_value(IEEE802_11_FieldSource& source, std::string_view name, T& valu
         }
     } else if constexpr (NumberValue<T>) {
         value = standard_value(static_cast<T>(source.number(name, 8 * sizeof(T))));
+        if constexpr (CodeValue<T>) {
+            skip_meaning(source, meaning_of(name));
+        }
     } else {
         std::array<std::uint8_t, WireForm<T>::size> octets{};
         if constexpr (requires { WireForm<T>::is_group; }) {

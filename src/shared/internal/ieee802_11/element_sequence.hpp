@@ -3,10 +3,13 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <span>
+#include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include "internal/byte_cursor.hpp"
 #include "nuv/ieee802_11/ieee802_11_element_sequence.hpp"
@@ -46,35 +49,25 @@ void read_sequence(ByteCursor& source, serialization::SerializationContext& ctx,
     }
 }
 
-/// Shows each element as an object of its ID, extension and fields.
+/// Makes a new, empty element for an ID and an extension.
+using ElementMaker = std::function<std::unique_ptr<IEEE802_11_Element_Base>(
+    IEEE802_11_Element_ID, IEEE802_11_Element_ID_Extension)>;
+/// The name of an element, empty without one.
+using ElementName = std::string (*)(IEEE802_11_Element_ID, IEEE802_11_Element_ID_Extension);
+
+/// Shows each element as an object of its ID, extension, name and fields.
 void visit_sequence(IEEE802_11_FieldVisitor& visitor, std::string_view name,
-                    const IEEE802_11_ElementSequence& sequence);
+                    const IEEE802_11_ElementSequence& sequence, ElementName name_of);
 
-/// Takes the fields of one element and appends it; an element of any kind can be given by its octets,
-/// "body_hex".
-void assign_element(IEEE802_11_FieldSource& source,
-                    std::unique_ptr<IEEE802_11_Element_Base> element,
-                    IEEE802_11_Element_ID_Extension extension,
-                    IEEE802_11_ElementSequence& sequence);
+/// Takes the elements as visit_sequence() shows them.
+void assign_sequence(IEEE802_11_FieldSource& source, std::string_view name,
+                     const ElementMaker& make, IEEE802_11_ElementSequence& sequence);
 
-/// Takes the elements as visit_sequence() shows them, each as what `make(id, extension)` makes for it.
-template <class Make>
-void assign_sequence(IEEE802_11_FieldSource& source, std::string_view name, Make make,
-                     IEEE802_11_ElementSequence& sequence) {
-    sequence.clear();
-    for (std::size_t count = source.open_list(name); count > 0; --count) {
-        source.open_object({});
-        const auto id = static_cast<IEEE802_11_Element_ID>(source.number("id", 8));
-        const auto extension =
-            id == IEEE802_11_Element_ID::ELEMENT_ID_EXTENSION
-                ? static_cast<IEEE802_11_Element_ID_Extension>(source.number("extension", 8))
-                : IEEE802_11_Element_ID_Extension::NO_EXTENSION;
-        source.open_object("fields");
-        assign_element(source, make(id, extension), extension, sequence);
-        source.close_object();
-        source.close_object();
-    }
-    source.close_list();
-}
+/// As serialize_impl() writes the element, but with a Length octet that counts what follows. Throws
+/// SerializationException also for more than an element holds.
+std::vector<std::uint8_t> written_with_real_length(const IEEE802_11_Element_Base& element);
+
+/// Reads the element, which takes all octets. Throws SerializationException.
+void read_whole(IEEE802_11_Element_Base& element, std::span<const std::uint8_t> octets);
 
 }  // namespace nuv::impl
