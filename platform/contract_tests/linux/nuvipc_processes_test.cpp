@@ -67,12 +67,12 @@ struct Endpoint {
 
     static void on_message(nuvipc* /*ipc*/, const char* sender, void* data, unsigned size,
                            void* ctx) {
-        static_cast<Endpoint*>(ctx)->take(
-            std::string(sender) + ": " + std::string(static_cast<const char*>(data), size));
+        static_cast<Endpoint*>(ctx)->take(std::string(sender) + ": " +
+                                          std::string(static_cast<const char*>(data), size));
     }
     static void on_event(nuvipc* /*ipc*/, const char* event, void* data, unsigned size, void* ctx) {
-        static_cast<Endpoint*>(ctx)->take(
-            "[" + std::string(event) + "] " + std::string(static_cast<const char*>(data), size));
+        static_cast<Endpoint*>(ctx)->take("[" + std::string(event) + "] " +
+                                          std::string(static_cast<const char*>(data), size));
     }
     void take(std::string text) {
         got.push_back(std::move(text));
@@ -188,8 +188,8 @@ public:
         address.sun_family = AF_UNIX;
         const std::string path = folder() / name;
         path.copy(address.sun_path, sizeof address.sun_path - 1);
-        connected_ = ::connect(fd_, reinterpret_cast<const sockaddr*>(&address),
-                               sizeof address) == 0;
+        connected_ =
+            ::connect(fd_, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0;
     }
     ~Raw() { ::close(fd_); }
     Raw(const Raw&) = delete;
@@ -284,8 +284,8 @@ TEST_F(NuvipcProcesses, NameBelongsToOneLivingOwner) {
 // sender, and while it starts.
 TEST_F(NuvipcProcesses, PeersMayBeKilledAtAnyMoment) {
     using Counter = std::atomic<uint32_t>;
-    auto* const handled = static_cast<Counter*>(::mmap(nullptr, 4096, PROT_READ | PROT_WRITE,
-                                                       MAP_SHARED | MAP_ANONYMOUS, -1, 0));
+    auto* const handled = static_cast<Counter*>(
+        ::mmap(nullptr, 4096, PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0));
     Endpoint survivor("survivor");
     ASSERT_EQ(nuvipc_event_register_notifier(survivor.ipc, "tick", Endpoint::on_event, &survivor),
               0);
@@ -362,8 +362,7 @@ TEST_F(NuvipcProcesses, UnreadMessagesDieWithTheirReceiverAndThatIsLogged) {
     receiver.kill();
     EXPECT_EQ(sender.send("receiver", "x"), -ECONNREFUSED);
     EXPECT_TRUE(pass_until([&] { return !log.empty(); }));
-    EXPECT_THAT(log,
-                HasSubstr("\"receiver\" has gone without reading all that was sent to it"));
+    EXPECT_THAT(log, HasSubstr("\"receiver\" has gone without reading all that was sent to it"));
 }
 
 TEST_F(NuvipcProcesses, RestartedSenderReachesThoseWhoRegisteredBefore) {
@@ -392,8 +391,8 @@ TEST_F(NuvipcProcesses, ForkedChildrenHaveNothing) {
     Process child([&] {
         EXPECT_EQ(csock_select_with_msecs(0), -ECHILD);
         EXPECT_EQ(csock_init(), -ECHILD);
-        EXPECT_EQ(csock_add_fd(0, "", [](int, void*) { return 0; }, nullptr, nullptr, nullptr, 0,
-                               nullptr),
+        EXPECT_EQ(csock_add_fd(
+                      0, "", [](int, void*) { return 0; }, nullptr, nullptr, nullptr, 0, nullptr),
                   0U);
         EXPECT_EQ(csock_remove_fd(1), -ECHILD);
         EXPECT_EQ(csock_fd_blocking(1), -ECHILD);
@@ -416,8 +415,8 @@ TEST_F(NuvipcProcesses, ForkedChildrenHaveNothing) {
     EXPECT_TRUE(fs::exists(folder() / "parent"));
     EXPECT_EQ(parent.send("peer", "2"), 0);
     ASSERT_TRUE(peer.wait_for(3));
-    EXPECT_THAT(peer.got, testing::UnorderedElementsAre("parent: 1", "other: from the child",
-                                                        "parent: 2"));
+    EXPECT_THAT(peer.got,
+                testing::UnorderedElementsAre("parent: 1", "other: from the child", "parent: 2"));
 }
 
 TEST_F(NuvipcProcesses, ChildrenThatOutliveAnOwnerDoNotHoldItsName) {

@@ -78,12 +78,10 @@ ssize_t receive_with_descriptor(int socket, FileDescriptor& descriptor, int& fla
     message.msg_iovlen = 1;
     message.msg_control = control.octets.data();
     message.msg_controllen = CMSG_LEN(sizeof(int));  // CMSG_SPACE() has room for two
-    const ssize_t length =
-        ::recvmsg(socket, &message, MSG_DONTWAIT | MSG_CMSG_CLOEXEC | MSG_TRUNC);
+    const ssize_t length = ::recvmsg(socket, &message, MSG_DONTWAIT | MSG_CMSG_CLOEXEC | MSG_TRUNC);
     flags = message.msg_flags;
     const cmsghdr* const header = length >= 0 ? CMSG_FIRSTHDR(&message) : nullptr;
-    if (header != nullptr && header->cmsg_level == SOL_SOCKET &&
-        header->cmsg_type == SCM_RIGHTS) {
+    if (header != nullptr && header->cmsg_level == SOL_SOCKET && header->cmsg_type == SCM_RIGHTS) {
         int fd = -1;
         std::memcpy(&fd, CMSG_DATA(header), sizeof fd);
         descriptor = FileDescriptor(fd);
@@ -188,8 +186,7 @@ void Connection::stop_sending(int error) noexcept {
         unconfirmed_ = 0;
         trace_drop();
         endpoint_.warn({FILE_NAME, __func__, __LINE__},
-                       "\"%s\" has gone without reading all that was sent to it",
-                       shown_peer());
+                       "\"%s\" has gone without reading all that was sent to it", shown_peer());
     }
 }
 
@@ -206,8 +203,8 @@ void Connection::close() noexcept {
 }
 
 bool Connection::refuse(const char* reason) noexcept {
-    endpoint_.warn({FILE_NAME, __func__, __LINE__}, "closed the connection with \"%s\": %s", shown_peer(),
-                   reason);
+    endpoint_.warn({FILE_NAME, __func__, __LINE__}, "closed the connection with \"%s\": %s",
+                   shown_peer(), reason);
     lost();
     return false;
 }
@@ -256,8 +253,8 @@ bool Connection::read_packet() noexcept {
         return refuse("a descriptor was lost, perhaps too many are open");
     }
     const auto size = static_cast<std::size_t>(length);
-    const auto frame = size <= packet_buffer.size() ? parse_frame({packet_buffer.data(), size})
-                                                    : std::nullopt;
+    const auto frame =
+        size <= packet_buffer.size() ? parse_frame({packet_buffer.data(), size}) : std::nullopt;
     if (!frame || frame->large() != static_cast<bool>(descriptor)) {
         return refuse("what it sends is not understood");
     }
