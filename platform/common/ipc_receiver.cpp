@@ -102,7 +102,8 @@ bool IpcReceiver::wants(std::string_view event) const noexcept {
 bool IpcReceiver::event(nuvipc* ipc, const char* event, void* data, unsigned size) const {
     bool taken = false;
     for (const std::string_view name : {std::string_view(event), ALL_EVENTS}) {
-        const auto found = notifiers_.find(name);  // anew: the first one may have removed the second
+        const auto found =
+            notifiers_.find(name);  // anew: the first one may have removed the second
         if (found != notifiers_.end()) {
             const Notifier notifier = found->second;
             taken = true;

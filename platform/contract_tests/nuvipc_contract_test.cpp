@@ -84,7 +84,9 @@ struct Endpoint {
     int emit(const char* event, const std::string& data) const {
         return nuvipc_event_send(ipc, event, data.data(), static_cast<unsigned>(data.size()));
     }
-    int notify(const char* event) { return nuvipc_event_register_notifier(ipc, event, on_event, this); }
+    int notify(const char* event) {
+        return nuvipc_event_register_notifier(ipc, event, on_event, this);
+    }
     void wait_for(std::size_t count) {
         pass_until([&] { return ipc == nullptr || got.size() >= count; });
     }
@@ -170,9 +172,9 @@ TEST_F(NuvipcContract, KeepsContentBoundariesAndOrder) {
     EXPECT_EQ(sender.send("receiver", most), 0);
     receiver.wait_for(13);
     Lines expected;
-    for (const std::string& data : {std::string("a"), std::string(), std::string("b\0c", 3),
-                                    std::string("size 65537end"), std::string("size 65536iii"),
-                                    std::string("d")}) {
+    for (const std::string& data :
+         {std::string("a"), std::string(), std::string("b\0c", 3), std::string("size 65537end"),
+          std::string("size 65536iii"), std::string("d")}) {
         expected.push_back("sender: " + data);
         expected.push_back("[e] " + data);
     }
@@ -279,8 +281,8 @@ TEST_F(NuvipcContract, RefusesMoreThanAReceiverTakes) {
     struct {
         const char* name;
         std::string data;
-    } const rows[] = {{"small", "x"}, {"inline", std::string(65536, 'x')},
-                      {"large", std::string(4U << 20, 'x')}};
+    } const rows[] = {
+        {"small", "x"}, {"inline", std::string(65536, 'x')}, {"large", std::string(4U << 20, 'x')}};
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
         const Endpoint sender("sender");

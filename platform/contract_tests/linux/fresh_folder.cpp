@@ -24,8 +24,7 @@ class FreshFolder : public testing::EmptyTestEventListener {
 };
 
 [[maybe_unused]] const bool installed = [] {
-    testing::UnitTest::GetInstance()->listeners().Append(
-        std::make_unique<FreshFolder>().release());
+    testing::UnitTest::GetInstance()->listeners().Append(std::make_unique<FreshFolder>().release());
     return true;
 }();
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "platform/linux/ipc/connection.hpp"
 
+#include <linux/sockios.h>
+#include <sys/ioctl.h>
 #include <sys/socket.h>
 #include <sys/uio.h>
 
@@ -9,6 +11,7 @@
 #include <cerrno>
 #include <cstring>
 #include <new>
+#include <span>
 #include <utility>
 
 #include "platform/linux/ipc/endpoint.hpp"
@@ -66,6 +69,26 @@ ssize_t send_parts(int socket, std::span<iovec> parts, int fd) noexcept {
     return ::sendmsg(socket, &message, MSG_NOSIGNAL | MSG_DONTWAIT);
 }
 
+/// recvmsg() of one packet and at most one descriptor; `flags` as that returns them.
+ssize_t receive_with_descriptor(int socket, FileDescriptor& descriptor, int& flags) noexcept {
+    Control control;
+    iovec part = io(packet_buffer.data(), packet_buffer.size());
+    msghdr message{};
+    message.msg_iov = &part;
+    message.msg_iovlen = 1;
+    message.msg_control = control.octets.data();
+    message.msg_controllen = CMSG_LEN(sizeof(int));  // CMSG_SPACE() has room for two
+    const ssize_t length = ::recvmsg(socket, &message, MSG_DONTWAIT | MSG_CMSG_CLOEXEC | MSG_TRUNC);
+    flags = message.msg_flags;
+    const cmsghdr* const header = length >= 0 ? CMSG_FIRSTHDR(&message) : nullptr;
+    if (header != nullptr && header->cmsg_level == SOL_SOCKET && header->cmsg_type == SCM_RIGHTS) {
+        int fd = -1;
+        std::memcpy(&fd, CMSG_DATA(header), sizeof fd);
+        descriptor = FileDescriptor(fd);
+    }
+    return length;
+}
+
 std::int32_t peer_pid(int socket) noexcept {
     ucred peer{};
     socklen_t size = sizeof peer;
@@ -117,10 +140,17 @@ int Connection::send(Outgoing& outgoing) noexcept {
     if (frame.large() && frame.size > MAX_UNCONFIRMED - unconfirmed_) {
         return -EAGAIN;
     }
-    if (frame.large() && !outgoing.large) {
-        outgoing.large = make_large_data(frame.data, frame.size);
+    if (frame.large()) {
+        if (!outgoing.large) {
+            outgoing.large = make_large_data(frame.data, frame.size);
+        }
         if (!outgoing.large) {
             return -errno;
+        }
+        // Announced, since to be ready for descriptors in each packet is expensive.
+        Outgoing announcement{{FrameKind::DESCRIPTOR, {}}};
+        if (const int error = has_room_for_two() ? send(announcement) : -EAGAIN) {
+            return error;
         }
     }
     const auto header = frame.header();
@@ -128,11 +158,25 @@ int Connection::send(Outgoing& outgoing) noexcept {
                         io(frame.name.data(), frame.name.size())};
     if (send_parts(socket_.get(), parts, outgoing.large.get()) < 0) {
         // The kernel limits the descriptors in its queues, too.
-        return errno == ETOOMANYREFS || errno == ENOBUFS ? -EAGAIN : -errno;
+        const int error = errno == ETOOMANYREFS || errno == ENOBUFS ? -EAGAIN : -errno;
+        Outgoing nothing{{FrameKind::CONFIRM, {}}};
+        if (frame.large() && send(nothing) != 0) {  // takes the place of what was announced
+            stop_sending(error);
+        }
+        return error;
     }
     unconfirmed_ += frame.large() ? frame.size : 0;
     sent_data_ = sent_data_ || frame.kind == FrameKind::MESSAGE || frame.kind == FrameKind::EVENT;
     return 0;
+}
+
+bool Connection::has_room_for_two() const noexcept {
+    constexpr int ROOM = 4096;  // of the kernel's for two small packets
+    int limit = 0;
+    int used = 0;
+    socklen_t size = sizeof limit;
+    return ::getsockopt(socket_.get(), SOL_SOCKET, SO_SNDBUF, &limit, &size) == 0 &&
+           ::ioctl(socket_.get(), SIOCOUTQ, &used) == 0 && used + ROOM <= limit;
 }
 
 void Connection::stop_sending(int error) noexcept {
@@ -142,8 +186,7 @@ void Connection::stop_sending(int error) noexcept {
         unconfirmed_ = 0;
         trace_drop();
         endpoint_.warn({FILE_NAME, __func__, __LINE__},
-                       "\"%s\" has gone without reading all that was sent to it",
-                       shown_peer());
+                       "\"%s\" has gone without reading all that was sent to it", shown_peer());
     }
 }
 
@@ -160,8 +203,8 @@ void Connection::close() noexcept {
 }
 
 bool Connection::refuse(const char* reason) noexcept {
-    endpoint_.warn({FILE_NAME, __func__, __LINE__}, "closed the connection with \"%s\": %s", shown_peer(),
-                   reason);
+    endpoint_.warn({FILE_NAME, __func__, __LINE__}, "closed the connection with \"%s\": %s",
+                   shown_peer(), reason);
     lost();
     return false;
 }
@@ -187,14 +230,12 @@ void Connection::read() noexcept {
 
 /// Returns whether there may be more.
 bool Connection::read_packet() noexcept {
-    Control control;
-    iovec part = io(packet_buffer.data(), packet_buffer.size());
-    msghdr message{};
-    message.msg_iov = &part;
-    message.msg_iovlen = 1;
-    message.msg_control = control.octets.data();
-    message.msg_controllen = CMSG_LEN(sizeof(int));  // CMSG_SPACE() has room for two
-    const ssize_t length = ::recvmsg(socket_.get(), &message, MSG_DONTWAIT | MSG_CMSG_CLOEXEC);
+    FileDescriptor descriptor;
+    int flags = 0;
+    const ssize_t length = descriptor_follows_
+                               ? receive_with_descriptor(socket_.get(), descriptor, flags)
+                               : ::recv(socket_.get(), packet_buffer.data(), packet_buffer.size(),
+                                        MSG_DONTWAIT | MSG_TRUNC);
     if (length < 0 && errno == ECONNRESET) {
         // The peer died with unread packets. What it sent before can be read still.
         stop_sending(-ECONNRESET);
@@ -207,39 +248,35 @@ bool Connection::read_packet() noexcept {
         lost();
         return false;
     }
-    std::array<FileDescriptor, 1> descriptors;
-    for (cmsghdr* entry = CMSG_FIRSTHDR(&message); entry != nullptr;
-         entry = CMSG_NXTHDR(&message, entry)) {
-        if (entry->cmsg_level == SOL_SOCKET && entry->cmsg_type == SCM_RIGHTS) {
-            int fd = -1;
-            std::memcpy(&fd, CMSG_DATA(entry), sizeof fd);
-            descriptors[0] = FileDescriptor(fd);
-        }
-    }
-    if ((message.msg_flags & MSG_CTRUNC) != 0) {
+    descriptor_follows_ = false;
+    if ((flags & MSG_CTRUNC) != 0) {
         return refuse("a descriptor was lost, perhaps too many are open");
     }
-    const auto frame = (message.msg_flags & MSG_TRUNC) == 0
-                           ? parse_frame({packet_buffer.data(), static_cast<std::size_t>(length)})
-                           : std::nullopt;
-    if (!frame || frame->large() != static_cast<bool>(descriptors[0])) {
+    const auto size = static_cast<std::size_t>(length);
+    const auto frame =
+        size <= packet_buffer.size() ? parse_frame({packet_buffer.data(), size}) : std::nullopt;
+    if (!frame || frame->large() != static_cast<bool>(descriptor)) {
         return refuse("what it sends is not understood");
     }
     try {
-        return take(*frame, descriptors);
+        return take(*frame, descriptor);
     } catch (const std::bad_alloc&) {
         return refuse("no memory");
     }
 }
 
 /// Returns whether the connection is still there.
-bool Connection::take(const Frame& frame, std::span<const FileDescriptor> descriptors) {
+bool Connection::take(const Frame& frame, const FileDescriptor& descriptor) {
     if ((frame.kind == FrameKind::HELLO) != peer_.empty()) {
         return refuse("it did not introduce itself once and first");
     }
     if (frame.kind == FrameKind::HELLO) {
         peer_ = frame.name;
         is_believed();
+        return true;
+    }
+    if (frame.kind == FrameKind::DESCRIPTOR) {
+        descriptor_follows_ = true;
         return true;
     }
     if (frame.kind == FrameKind::CONFIRM) {
@@ -253,7 +290,7 @@ bool Connection::take(const Frame& frame, std::span<const FileDescriptor> descri
         return deliver(frame, const_cast<void*>(frame.data));  // NOLINT: in our buffer
     }
     LargeData large;
-    const int error = large.map(descriptors[0].get(), frame.size);
+    const int error = large.map(descriptor.get(), frame.size);
     if (error != 0) {
         return refuse(error == -EBADMSG ? "its data is not sealed, or not of the size it says"
                                         : std::strerror(-error));

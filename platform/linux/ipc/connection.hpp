@@ -4,7 +4,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
-#include <span>
 #include <string>
 
 #include "platform/linux/fork.hpp"
@@ -42,7 +41,8 @@ public:
 private:
     void read() noexcept;
     bool read_packet() noexcept;
-    bool take(const Frame& frame, std::span<const FileDescriptor> descriptors);
+    bool has_room_for_two() const noexcept;
+    bool take(const Frame& frame, const FileDescriptor& descriptor);
     bool deliver(const Frame& frame, void* data);
     void confirm() noexcept;
     void lost() noexcept;
@@ -63,6 +63,7 @@ private:
     bool sends_ = true;
     bool sent_data_ = false;
     bool waits_for_room_ = false;
+    bool descriptor_follows_ = false;
     int skipped_ = 0;  // passes that read one packet and did not look for a second, in a row
     int passes_to_skip_ = 0;
     std::uint32_t handle_ = 0;

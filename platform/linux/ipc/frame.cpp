@@ -36,6 +36,9 @@ std::optional<Frame> parse_frame(std::span<const std::uint8_t> packet) noexcept 
                   name_size};
     bool good = false;
     switch (frame.kind) {
+        case FrameKind::DESCRIPTOR:
+            good = frame.size == 0 && frame.name.empty();
+            break;
         case FrameKind::HELLO:
             good = frame.size == 0 && is_endpoint_name(frame.name);
             break;

@@ -19,8 +19,9 @@ namespace nuv::platform {
 enum class FrameKind : std::uint8_t {
     HELLO = 1,  ///< the first one of the side that connected; name: its endpoint
     MESSAGE,
-    EVENT,   ///< name: of the event
-    CONFIRM  ///< `size` octets of large data have been handled
+    EVENT,      ///< name: of the event
+    CONFIRM,    ///< `size` octets of large data have been handled
+    DESCRIPTOR  ///< the next packet may carry a descriptor; of all others it is closed unseen
 };
 
 inline constexpr std::size_t FRAME_HEADER_SIZE = 8;

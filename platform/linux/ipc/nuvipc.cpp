@@ -83,9 +83,12 @@ int nuvipc_list(int (*each)(const nuvipc_endpoint* endpoint, void* ctx), void* c
                 continue;  // gone meanwhile
             }
             const auto owner = nuv::platform::owner_of(folder.fd.get(), name);
-            const nuvipc_endpoint endpoint = {name.c_str(),          owner.pid,
-                                              status.st_uid,         status.st_gid,
-                                              status.st_mode & 07777U, owner.alive ? 1 : 0};
+            const nuvipc_endpoint endpoint = {name.c_str(),
+                                              owner.pid,
+                                              status.st_uid,
+                                              status.st_gid,
+                                              status.st_mode & 07777U,
+                                              owner.alive ? 1 : 0};
             if (const int result = each(&endpoint, ctx)) {
                 return result;
             }

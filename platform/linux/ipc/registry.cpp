@@ -185,8 +185,7 @@ int write_pid(int lock) noexcept {
 Owner owner_of(int folder, const std::string& name) noexcept {
     Owner owner;
     try {
-        const FileDescriptor fd(
-            ::openat(folder, (name + ".lock").c_str(), OPEN_FLAGS | O_RDONLY));
+        const FileDescriptor fd(::openat(folder, (name + ".lock").c_str(), OPEN_FLAGS | O_RDONLY));
         std::array<char, 16> text{};
         if (!fd || !is_regular(fd.get())) {
             return owner;
@@ -198,8 +197,7 @@ Owner owner_of(int folder, const std::string& name) noexcept {
         std::from_chars(digits, end, owner.pid);
         // Asked, never taken: for a moment nobody could become the owner.
         struct flock lock = whole_file(F_RDLCK);
-        owner.alive =
-            ::fcntl(fd.get(), F_OFD_GETLK, &lock) == 0 && lock.l_type != F_UNLCK;
+        owner.alive = ::fcntl(fd.get(), F_OFD_GETLK, &lock) == 0 && lock.l_type != F_UNLCK;
     } catch (const std::bad_alloc&) {  // unknown
     }
     return owner;
