@@ -176,6 +176,7 @@ TEST_F(AicmdLinux, AForkedChildHasNeitherListenerNorSessions) {
 
 TEST_F(AicmdLinux, CommandsOfThePlatform) {
     clogmod* const module = clogmod_get_or_alloc("aicmd_test");
+    clogmod_set_loglevel(module, CLOGGER_INFO);
     ctimerhandle slow{};
     const auto on_timer = [](ctimerhandle* /*handle*/, void* /*ctx*/) { ::usleep(12'000); };
     ASSERT_EQ(ctimer_setup_internal(nullptr, &slow, CTIMER_TYPE_RELATIVE, 0, 0, 1000, on_timer,
