@@ -38,11 +38,15 @@ function(nuv_pkg_config name description)
     configure_file(cmake/nuv.pc.in "${name}.pc" @ONLY)
     install(FILES "${CMAKE_CURRENT_BINARY_DIR}/${name}.pc" DESTINATION "${pc_dir}")
 endfunction()
+# nuv-platform-NAME.pc is a platform alone. A static library stands before the one that it calls, and
+# pkg-config keeps the order of what a package requires.
 function(nuv_platform_pkg_config name platform)
     list(TRANSFORM NUV_OPTIONAL_PLATFORM_CALLS PREPEND "-Wl,-u," OUTPUT_VARIABLE optional_calls)
     list(JOIN optional_calls " " optional_calls)
+    nuv_pkg_config(nuv-platform-${platform} "The platform ${platform} of nuv"
+        LIBS "-L\${libdir} ${optional_calls} -lnuv_platform_${platform}")
     nuv_pkg_config(${name} "${PROJECT_DESCRIPTION}, on the platform ${platform}"
-        REQUIRES nuv-core LIBS "-L\${libdir} ${optional_calls} -lnuv_platform_${platform}")
+        REQUIRES "nuv-core nuv-platform-${platform}")
 endfunction()
 
 if(BUILD_SHARED_LIBS)

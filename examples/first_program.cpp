@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// Reads the body of an association request and tells what the station is.
+// Reads the body of an association request and prints the network and the security.
 #include <array>
 #include <iostream>
 

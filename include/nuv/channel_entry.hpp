@@ -35,7 +35,7 @@ public:
                  Measurement anpi, Measurement channel_utilization);
 
     std::uint8_t get_channel() const noexcept { return channel_; }
-    /// Centre of the channel.
+    /// Center of the channel.
     KiloHertz get_frequency() const noexcept { return frequency_; }
     const ChannelCapabilityBits& get_capability_flags() const noexcept { return capability_flags_; }
     const StateFlags& get_state_flags() const noexcept { return state_flags_; }
@@ -84,7 +84,7 @@ public:
     bool operator<(const ChannelEntry& other) const { return frequency_ < other.frequency_; }
 
     /// " 36 | 5180000 kHz | 20 | 0000000111 | 00000 | 00 | -110 | 0": channel, frequency, power,
-    /// the three sets of flags, highest bit first, noise in dBm, utilisation.
+    /// the three sets of flags, highest bit first, noise in dBm, utilization.
     std::string to_string() const;
 
     void serialize_impl(serialization::YAJLStream& stream,

@@ -28,7 +28,7 @@ struct ChannelSegment {
 ///
 /// JSON: {"primary_freq":5180000,"primary_center":5210000,"channel_width":"80 MHz",
 /// "puncturing_map":0,"secondary_center":null,"max_regulatory_power":20}, frequencies in kHz, the
-/// power in whole dBm; null is what was never set, and a secondary centre that there is none of.
+/// power in whole dBm; null is what was never set, and a secondary center that there is none of.
 /// What is read is stamped with the current time.
 class NUV_EXPORT ChannelInfo : public serialization::JSONSerializable {
 public:
@@ -37,16 +37,16 @@ public:
     using Power = DynamicValue<float, LastChangedStrategy>;
 
     ChannelInfo() = default;
-    /// The secondary centre is kept if the segment's width is 80+80 MHz.
+    /// The secondary center is kept if the segment's width is 80+80 MHz.
     ChannelInfo(Frequency primary_frequency, Segment primary_segment,
                 KiloHertz secondary_center_frequency, Power max_regulatory_power);
     /// The segment is the primary channel, set when that was.
     ChannelInfo(Frequency primary_frequency, Power max_regulatory_power);
 
-    /// Centre of the primary 20 MHz channel.
+    /// Center of the primary 20 MHz channel.
     const Frequency& get_primary_frequency() const noexcept { return primary_frequency_; }
     const Segment& get_primary_segment() const noexcept { return primary_segment_; }
-    /// Centre of the second segment of 80+80 MHz, else 0.
+    /// Center of the second segment of 80+80 MHz, else 0.
     KiloHertz get_secondary_center_frequency() const noexcept {
         return secondary_center_frequency_;
     }
@@ -61,7 +61,7 @@ public:
     void reset();
 
     /// Takes every field that is not equivalent, older ones and ones never set included, if
-    /// can_update_from(other). What an older value overwrites is logged. Secondary centres are
+    /// can_update_from(other). What an older value overwrites is logged. Secondary centers are
     /// taken along with a segment, not for their own sake.
     void update(const ChannelInfo& other);
     /// False if equivalent, else whether the newest of other's fields is newer than the newest of
@@ -94,7 +94,7 @@ private:
 /// Writes the text form. The stream's width, fill and flags neither matter nor change.
 NUV_EXPORT std::ostream& operator<<(std::ostream& os, const ChannelInfo& info);
 
-/// Centre of the part of the segment that is `width` wide and holds the primary channel. Throws
+/// Center of the part of the segment that is `width` wide and holds the primary channel. Throws
 /// std::invalid_argument if primary channel or segment were never set, for 80+80 MHz, and for a
 /// width above the segment's; widths compare by their numbers.
 NUV_EXPORT KiloHertz get_center_frequency_of_subsegment(const ChannelInfo& info,

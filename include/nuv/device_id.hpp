@@ -23,7 +23,7 @@
 #include "nuv/text_argument.hpp"
 
 /// @file
-/// The identifiers by which neighbours know a device and its ports: IEEE 802.1AB (LLDP), 8.5.2 and
+/// The identifiers by which neighbors know a device and its ports: IEEE 802.1AB (LLDP), 8.5.2 and
 /// 8.5.3.
 
 namespace nuv {
@@ -129,7 +129,7 @@ using PortID = LLDPIdentifier<PortIDSubtype>;
 NUV_EXPORT std::ostream& operator<<(std::ostream& os, const ChassisID& id);
 NUV_EXPORT std::ostream& operator<<(std::ostream& os, const PortID& id);
 
-/// A device, as one of its ports shows it to the neighbours there.
+/// A device, as one of its ports shows it to the neighbors there.
 ///
 /// Text: "macAddress=02:00:00:00:00:01 interfaceName=wlan0", chassis first. Binary form: the two
 /// TLVs with which every LLDPDU begins. JSON: an object of "chassis_id_subtype", "chassis_id",

@@ -17,11 +17,11 @@
 
 namespace nuv {
 
-/// Channel number of a channel's centre frequency. The low 8 bits of the division are kept also
+/// Channel number of a channel's center frequency. The low 8 bits of the division are kept also
 /// between the bands; 0 from 7125000 to 56160000 kHz, above 64800000 kHz and for no frequency.
 NUV_EXPORT std::uint8_t frequency_to_channel(KiloHertz frequency) noexcept;
 
-/// Centre frequency of a channel above the band's starting frequency: `channel` steps of 5 MHz, of
+/// Center frequency of a channel above the band's starting frequency: `channel` steps of 5 MHz, of
 /// 2160 MHz in the 60 GHz band (IEEE 802.11-2020, Annex E).
 NUV_EXPORT KiloHertz channel_to_frequency(KiloHertz band_start, std::uint8_t channel) noexcept;
 

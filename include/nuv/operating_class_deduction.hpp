@@ -24,7 +24,7 @@ class ChannelList;
 /// Operating classes (IEEE 802.11-2020, Annex E, with the 320 MHz class of 802.11be): which class a
 /// channel operates in, and the channels, frequencies and segments of a class.
 ///
-/// A segment is the run of 20 MHz channels that is used as one; its centre is numbered like a
+/// A segment is the run of 20 MHz channels that is used as one; its center is numbered like a
 /// channel.
 namespace nuv::OperatingClassDeduction {
 
@@ -60,8 +60,8 @@ struct OpclassDefinition {
     KiloHertz starting_frequency;  ///< of channel 0; the others follow by channel_to_frequency()
     MegaHertz channel_spacing;     ///< 25 for 20 MHz channels of the 2.4 GHz band
     ChannelSet channels;           ///< that may be used in the class
-    /// Centres of the segments. None where a channel is its own centre, and where its behavior
-    /// tells on which side of it the centre lies.
+    /// Centers of the segments. None where a channel is its own center, and where its behavior
+    /// tells on which side of it the center lies.
     ChannelSet center_channels;
     Behaviors behaviors;
 };
@@ -94,18 +94,18 @@ public:
     /// The segments that hold the channel, by center; of the 320 MHz segments, which overlap, there
     /// may be two. One of `center_channels` belongs to its own segment; a class without them has
     /// segments for its primary channels alone. Throws std::invalid_argument if there is none, and
-    /// for a 40 MHz class that has neither centres nor a behavior.
+    /// for a 40 MHz class that has neither centers nor a behavior.
     SmallVector<Segment, 2> get_segments(std::uint8_t channel, std::uint8_t opclass) const;
 
-    /// Centres of these segments. Throws as above.
+    /// Centers of these segments. Throws as above.
     SmallVector<KiloHertz, 2> get_segment_center_frequencies(std::uint8_t channel,
                                                              std::uint8_t opclass) const;
 
-    /// The centres of all segments, ascending. Throws as above.
+    /// The centers of all segments, ascending. Throws as above.
     std::vector<KiloHertz> get_opclass_center_frequencies(std::uint8_t opclass) const;
 
-    /// The channel set as Annex E defines the class, ascending: of a class with centres the
-    /// centres, else the channels.
+    /// The channel set as Annex E defines the class, ascending: of a class with centers the
+    /// centers, else the channels.
     std::vector<KiloHertz> get_opclass_definition_channel_frequencies(std::uint8_t opclass) const;
 
     /// The width of the class with what lies below, and its behavior. Whether radar must be looked
@@ -131,7 +131,7 @@ public:
 
     Behaviors behaviors_from_channel_capabilities(ChannelCapabilityBits capabilities) const;
 
-    /// SECONDARY_SEGMENT for 80+80 MHz; for 40 MHz on which side of the centre the primary channel
+    /// SECONDARY_SEGMENT for 80+80 MHz; for 40 MHz on which side of the center the primary channel
     /// lies.
     Behaviors behaviors_from_channel_info(const ChannelInfo& info) const;
 

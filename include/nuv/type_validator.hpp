@@ -86,8 +86,8 @@ constexpr bool is_valid_link_id(std::uint8_t value) noexcept { return value <= 1
 
 /// Whether the GLOBAL table of operating classes has it.
 NUV_EXPORT bool is_valid_global_operating_class(std::uint8_t opclass);
-/// Whether it has the class, and the class has every one of the channels; its centres; the channels
-/// that Annex E defines it by, which for wide classes are the centres.
+/// Whether it has the class, and the class has every one of the channels; its centers; the channels
+/// that Annex E defines it by, which for wide classes are the centers.
 NUV_EXPORT bool is_valid_global_operating_class_channelset(
     std::uint8_t opclass, const OperatingClassDeduction::ChannelSet& channels);
 NUV_EXPORT bool is_valid_global_operating_class_center_channelset(
@@ -111,7 +111,7 @@ NUV_EXPORT bool is_valid(const ChannelEntry& entry);
 /// Every entry is.
 NUV_EXPORT bool is_valid(const ChannelList& list);
 /// The info has an operating class, punctures nothing beyond its segment and not its primary
-/// channel, and its frequencies are those of the class: the primary one a channel, the centres those
+/// channel, and its frequencies are those of the class: the primary one a channel, the centers those
 /// of any segment. A segment that was never set is not looked at. Deliberate: each segment of 80+80
 /// MHz is looked at by itself, so the two may be the same one or lie in two bands.
 NUV_EXPORT bool is_valid(const ChannelInfo& info);

@@ -39,7 +39,7 @@ using impl::operating_class_tables::width_at;
 
 constexpr std::size_t bit(ChannelCapabilityBit value) { return static_cast<std::size_t>(value); }
 
-/// Behaviours of a 40 MHz class and the capability of a channel that goes with each.
+/// Behaviors of a 40 MHz class and the capability of a channel that goes with each.
 constexpr std::pair<Behavior, ChannelCapabilityBit> PRIMARY_BEHAVIORS[] = {
     {Behavior::PRIMARY_LOWER, ChannelCapabilityBit::PRIMARY_LOWER_BEHAVIOR},
     {Behavior::PRIMARY_UPPER, ChannelCapabilityBit::PRIMARY_UPPER_BEHAVIOR},
@@ -72,7 +72,7 @@ std::vector<KiloHertz> frequencies_of(const OpclassDefinition& row, const Channe
     return frequencies;
 }
 
-/// The channel or centre of the class with that frequency.
+/// The channel or center of the class with that frequency.
 std::optional<std::uint8_t> channel_at(const OpclassDefinition& row, KiloHertz frequency) {
     const std::int64_t offset =
         std::int64_t{frequency.count()} - std::int64_t{row.starting_frequency.count()};
@@ -89,7 +89,7 @@ std::optional<std::uint8_t> channel_at(const OpclassDefinition& row, KiloHertz f
     return known ? std::optional(channel) : std::nullopt;
 }
 
-/// Centre of the segment whose primary channel this is, in a class without a list of centres.
+/// Center of the segment whose primary channel this is, in a class without a list of centers.
 std::uint8_t center_of(const OpclassDefinition& row, std::uint8_t primary) {
     if (width_of(row) != ChannelWidth::HT40) {
         return primary;
@@ -102,7 +102,7 @@ std::uint8_t center_of(const OpclassDefinition& row, std::uint8_t primary) {
     return static_cast<std::uint8_t>(lower ? primary + 2 : primary - 2);
 }
 
-/// Centres of all segments.
+/// Centers of all segments.
 ChannelSet centers_of(const OpclassDefinition& row) {
     ChannelSet centers = row.center_channels;
     if (centers.empty()) {
@@ -113,7 +113,7 @@ ChannelSet centers_of(const OpclassDefinition& row) {
     return centers;
 }
 
-/// Centres of the segments that hold the channel.
+/// Centers of the segments that hold the channel.
 ChannelSet centers_around(const OpclassDefinition& row, std::uint8_t channel) {
     ChannelSet centers;
     for (const std::uint8_t center : row.center_channels) {
@@ -132,7 +132,7 @@ ChannelCapabilityBits width_capability(const OpclassDefinition& row) {
     return ChannelCapabilityBits().set(static_cast<std::size_t>(width_of(row)));
 }
 
-/// Its behaviour as capabilities of a channel.
+/// Its behavior as capabilities of a channel.
 ChannelCapabilityBits side_capabilities(const OpclassDefinition& row) {
     ChannelCapabilityBits capabilities;
     for (const auto& [behavior, capability] : PRIMARY_BEHAVIORS) {
@@ -141,8 +141,8 @@ ChannelCapabilityBits side_capabilities(const OpclassDefinition& row) {
     return capabilities;
 }
 
-/// What a class adds to the capabilities of a channel: its width, and on which side of the centre
-/// the primary channel may lie. A class with centres does not tell, so the channel's place does.
+/// What a class adds to the capabilities of a channel: its width, and on which side of the center
+/// the primary channel may lie. A class with centers does not tell, so the channel's place does.
 ChannelCapabilityBits primary_capabilities(const OpclassDefinition& row, std::uint8_t channel) {
     ChannelCapabilityBits capabilities = width_capability(row);
     if (width_of(row) == ChannelWidth::HT40) {

@@ -15,8 +15,8 @@ inline ChannelEntry channel(std::uint8_t number, std::int32_t khz,
     return {number, KiloHertz{khz}, capabilities, {}, {}, {}, {}, {}};
 }
 
-/// Reads primary frequency and centre in kHz, "-" for what was never set; of a segment also width, as
-/// "80+80", puncturing map in 16 digits, secondary centre.
+/// Reads primary frequency and center in kHz, "-" for what was never set; of a segment also width, as
+/// "80+80", puncturing map in 16 digits, secondary center.
 inline ChannelInfo read_channel_info(std::istream& is) {
     ChannelInfo info;
     std::string primary;

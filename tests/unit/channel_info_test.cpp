@@ -128,7 +128,7 @@ TEST(ChannelInfo, SubsegmentHoldsThePrimaryChannel) {
         for (const ChannelWidth width : {HT20, HT40, HT80, HT160, HT320}) {
             const std::int32_t step = channel_width_to_frequency(width).count() * 1000;
             for (std::int32_t primary = low + 10000; primary < low + span; primary += 20000) {
-                // 160 MHz of a first segment of 80 MHz: that segment's centre.
+                // 160 MHz of a first segment of 80 MHz: that segment's center.
                 const std::int32_t expected =
                     step > span ? CENTER : low + (primary - low) / step * step + step / 2;
                 EXPECT_EQ(center({frequency(primary), segment(CENTER, outer), {}, {}}, width),

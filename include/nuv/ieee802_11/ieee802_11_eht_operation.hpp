@@ -60,7 +60,7 @@ public:
     void set_basic_mcs_nss_set_standard(std::uint32_t value) {
         basic_mcs_nss_set_ = swap_octets(value);
     }
-    /// Setting it, or a centre frequency segment, makes the operation information present.
+    /// Setting it, or a center frequency segment, makes the operation information present.
     ChannelWidthValue get_control_channel_width_value() const {
         return control_channel_width_value_;
     }

@@ -23,7 +23,7 @@ enum class NUV_EXPORT IEEE802_11_NeigborReportSubelem_ID : std::uint8_t {
     BASIC_MULTI_LINK = 201,
 };
 
-/// Neighbor Report (ID 52; IEEE Std 802.11-2020, 9.4.2.36): one neighbouring BSS.
+/// Neighbor Report (ID 52; IEEE Std 802.11-2020, 9.4.2.36): one neighboring BSS.
 ///
 /// Reading throws "Invalid ID" and what its subelements throw. Less than 3 octets behind the last
 /// subelement are not looked at, so a subelement without a body is lost if it is the last.

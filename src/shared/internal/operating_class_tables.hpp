@@ -185,7 +185,7 @@ consteval bool spacing_has_its_centers(const OpclassDefinition& row) {
     }
 }
 
-/// A class with centres has the channels of their segments and no others.
+/// A class with centers has the channels of their segments and no others.
 consteval bool centers_cover_channels(const OpclassDefinition& row) {
     ChannelSet covered;
     for (const std::uint8_t center : row.center_channels) {
@@ -211,7 +211,7 @@ consteval bool lies_in_its_band(const OpclassDefinition& row) {
         return band->lower_edge <= frequency - width / 2 &&
                frequency + width / 2 <= band->upper_edge;
     };
-    // Wide channels are tried by their centres; the channels in them are 20 MHz wide.
+    // Wide channels are tried by their centers; the channels in them are 20 MHz wide.
     const bool wide = row.channel_spacing >= MHZ_40 && row.channel_spacing <= MHZ_320;
     if (!wide && std::ranges::find(band->narrow, row.channel_spacing) == band->narrow.end()) {
         return false;
@@ -226,7 +226,7 @@ consteval bool lies_in_its_band(const OpclassDefinition& row) {
                                [&](std::uint8_t center) { return fits(center, spacing); });
 }
 
-/// The primary channels below have the same centres as those above.
+/// The primary channels below have the same centers as those above.
 consteval bool sides_have_the_same_centers(const OpclassDefinition& lower,
                                            std::initializer_list<OpclassDefinition> rows) {
     ChannelSet upper_channels;

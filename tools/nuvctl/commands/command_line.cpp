@@ -100,7 +100,7 @@ void take_values_literally(CLI::App& command) {
 
 void add_options(CLI::App& command, DecodeOptions& options) {
     auto* pretty = command.add_flag("--pretty", options.pretty, "Indent the JSON");
-    command.add_flag("--summary", options.summary, "Print a table instead, one line a station")
+    command.add_flag("--summary", options.summary, "Print a table instead, one line per station")
         ->excludes(pretty);
     command
         .add_option("--type", options.types,
@@ -116,13 +116,16 @@ void add_options(CLI::App& command, DecodeOptions& options) {
     command.footer(
         "Reads the link types " + ieee802_11_link_types() +
         ".\n"
-        "Numbers are what the air means. A frame that the library cannot read whole says why in "
-        "\"error\".\n\n"
+        "Numbers are shown as the standard defines them. A frame that the library cannot read "
+        "whole has\n"
+        "an \"error\" that says why.\n\n"
         "Example: nuvctl decode home.pcap | jq -r '[.station, .ssid, .security] | @tsv'");
 }
 
 void add_options(CLI::App& command, EncodeOptions& options) {
-    command.add_option("--format", options.format, "hex: a line a frame body; pcap: a capture")
+    command
+        .add_option("--format", options.format,
+                    "hex: one line per frame body; pcap: a capture file")
         ->check(CLI::IsMember({"hex", "pcap"}))
         ->capture_default_str();
     command.add_option("--output", options.output, "Write to this file, - is standard output")
@@ -282,7 +285,7 @@ std::unique_ptr<CLI::App> make_parser(Action& action) {
     parser->require_subcommand(1);
     add(*parser, action, "decode",
         "Decode (re)association requests, measurement and neighbor reports and BSS transition\n"
-        "management frames of capture files: one JSON object a line",
+        "management frames of capture files: one JSON object per line",
         run_decode);
     add(*parser, action, "encode", "Turn the JSON of decode back into frames", run_encode);
     add(*parser, action, "address",

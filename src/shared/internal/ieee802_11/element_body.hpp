@@ -48,7 +48,7 @@ private:
         return ByteCursor({octets_.data(), taken_}, length - taken_);
     }
 
-    // What an element can hold at most; not initialised, only what was read is looked at.
+    // What an element can hold at most; not initialized, only what was read is looked at.
     std::array<std::uint8_t, max_content> octets_;
     std::size_t taken_ = 0;
     std::optional<LimitedIStream> bounded_;
