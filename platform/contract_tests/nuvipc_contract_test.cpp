@@ -161,7 +161,8 @@ TEST_F(NuvipcContract, KeepsContentBoundariesAndOrder) {
     ASSERT_EQ(receiver.notify("e"), 0);
     std::string large(LARGE, '.');
     large.replace(LARGE - 3, 3, "end");
-    const std::string most(NUVIPC_MAX_SIZE, '!');
+    std::string most;
+    most.resize(NUVIPC_MAX_SIZE, '!');
     const std::string inline_most(65536, 'i');
     for (const std::string& data : {std::string("a"), std::string(), std::string("b\0c", 3), large,
                                     inline_most, std::string("d")}) {

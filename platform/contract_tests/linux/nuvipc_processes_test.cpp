@@ -326,7 +326,7 @@ TEST_F(NuvipcProcesses, PeersMayBeKilledAtAnyMoment) {
         // Some die while they start, the others once they are at work.
         const unsigned before = ticks;
         ASSERT_TRUE(life % 4 == 0 || pass_until([&] { return ticks != before; }));
-        const int64_t end = nuv_clock_monotonic_ns() + (life * 7919 % 400) * 10'000;
+        const int64_t end = nuv_clock_monotonic_ns() + int64_t{life * 7919 % 400} * 10'000;
         while (nuv_clock_monotonic_ns() < end) {
             const int result = survivor.send("peer", std::to_string(++number));
             ++results[result >= 0 ? 0 : result == -EAGAIN ? 1 : 2];

@@ -279,10 +279,11 @@ int Endpoint::send_event(const char* event, const void* data, std::uint32_t size
     }
     Outgoing outgoing{{FrameKind::EVENT, event, data, size}};
     int result = 0;
+    const char* const function = __func__;
     const auto sent = [&](const std::string& peer, int error) {
         trace_message(TraceDirection::SENT, peer, event, size, error);
         if (error < 0) {
-            warn({FILE_NAME, __func__, __LINE__}, "event \"%s\" was not sent to \"%s\": %s", event,
+            warn({FILE_NAME, function, __LINE__}, "event \"%s\" was not sent to \"%s\": %s", event,
                  peer.c_str(), std::strerror(-error));
             result = error;
         }
