@@ -5,11 +5,12 @@ add_library(nuv_options INTERFACE)
 target_compile_features(nuv_options INTERFACE cxx_std_20 c_std_11)
 # Log records and assertions name a file from the root of the repository. A compiler cache may hand the
 # compiler relative paths.
-file(RELATIVE_PATH relative_root "${CMAKE_BINARY_DIR}" "${PROJECT_SOURCE_DIR}")
+cmake_path(RELATIVE_PATH PROJECT_SOURCE_DIR BASE_DIRECTORY "${CMAKE_BINARY_DIR}"
+           OUTPUT_VARIABLE relative_root)
 target_compile_options(nuv_options INTERFACE
     -Wall -Wextra -Wpedantic -Wconversion -Wshadow
     -ffile-prefix-map=${PROJECT_SOURCE_DIR}/=
-    $<$<BOOL:${relative_root}>:-ffile-prefix-map=${relative_root}/=>)
+    -ffile-prefix-map=${relative_root}/=)
 target_include_directories(nuv_options INTERFACE "${PROJECT_SOURCE_DIR}")
 if(NOT BUILD_SHARED_LIBS)
     # A static program holds the functions that it calls, not the files that they stand in.

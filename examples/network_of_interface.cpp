@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// Tells whether a peer is in the network of an interface, and how a neighbor sees the device.
+// Prints whether a peer is in the network of an interface, and how a neighbor sees the device.
 #include <iostream>
 #include <stdexcept>
 

@@ -47,6 +47,7 @@ void JSONSerializableType<NID>::deserialize(YAJLNode& node, SerializationContext
                                             const std::string& key, NID& value) {
     std::string text;
     if (!node.get_string(key, text)) {
+        // With a colon, unlike the other addresses: log readers match both.
         impl::throw_json_read_failed("NID", key, ", got: " + impl::quote(text));
     }
     // A scan on purpose, as lenient as it is: other writers of these texts rely on it.

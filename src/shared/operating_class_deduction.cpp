@@ -45,6 +45,7 @@ constexpr std::pair<Behavior, ChannelCapabilityBit> PRIMARY_BEHAVIORS[] = {
     {Behavior::PRIMARY_UPPER, ChannelCapabilityBit::PRIMARY_UPPER_BEHAVIOR},
 };
 
+// The text says "No ... is not valid": log readers match it as it is.
 [[noreturn]] void throw_no_single_segment(std::uint8_t opclass, std::uint8_t channel) {
     throw std::invalid_argument(std::string("No single segment for provided opclass ") +
                                 std::to_string(opclass) + " and channel " +

@@ -181,6 +181,7 @@ TEST(FrameJson, IsRefusedWithThePathOfThePlace) {
          "elements[0].fields: more than an element holds"},
         {edited(response, R"("target_bssid":null)", R"("target_bssid":7)"),
          "target_bssid: not known here, or there twice"},
+        {decoded(frame("to_ap 0A08 03 00 01 0A0B0C")), "target_bssid: missing"},
         {edited(decoded(frame("to_ap 0501 07 2703 01 02 05")), R"("measurement_report_mode":"02")",
                 R"("measurement_report_mode":"00")"),
          "elements[0].fields.measurement_report_field: missing"},

@@ -68,6 +68,9 @@ OutputFile::OutputFile(const std::string& name, std::span<const std::string> inp
         stream_.reset(stdout);
         return;
     }
+    if (!old && std::filesystem::is_symlink(name)) {
+        throw FileError("a symbolic link that leads to no file");
+    }
     if (regular) {
         if (old) {
             target_ = std::filesystem::canonical(name);

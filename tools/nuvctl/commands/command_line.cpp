@@ -60,8 +60,8 @@ CLI::Validator decimal(std::uint32_t least, std::uint32_t greatest) {
     return {problem, range};
 }
 
-// The parser splits an argument "[a,b]" into two. A NUL, which no argument holds, behind it prevents
-// that, until the option takes its value.
+// The parser splits an argument "[a,b]" into two, and drops "++", which ends a subcommand. A NUL, which
+// no argument holds, behind it prevents that, until the option takes its value.
 constexpr char shield = '\0';
 
 /// The arguments as the parser takes them, the last one first.
@@ -69,7 +69,7 @@ std::vector<std::string> shielded_arguments(int argc, const char* const* argv) {
     std::vector<std::string> arguments;
     for (int i = argc - 1; i > 0; --i) {
         arguments.emplace_back(argv[i]);
-        if (arguments.back().starts_with('[')) {
+        if (arguments.back().starts_with('[') || arguments.back() == "++") {
             arguments.back() += shield;
         }
     }

@@ -24,6 +24,26 @@ CaptureFile::CaptureFile(const std::string& name, int stop) : input_(name, stop)
     file.release();  // NOLINT(bugprone-unused-return-value): closed with the capture
 }
 
+namespace {
+
+/// What editcap calls the link type.
+const char* encapsulation(int link_type) {
+    switch (link_type) {
+        case DLT_IEEE802_11:
+            return "ieee-802-11";
+        case DLT_PRISM_HEADER:
+            return "ieee-802-11-prism";
+        case DLT_IEEE802_11_RADIO_AVS:
+            return "ieee-802-11-avs";
+        case DLT_PPI:
+            return "ppi";
+        default:
+            return "ieee-802-11-radiotap";
+    }
+}
+
+}  // namespace
+
 std::string CaptureFile::reason(const char* of_libpcap) const {
     if (input_.problem() != nullptr) {
         return input_.problem();
@@ -34,7 +54,9 @@ std::string CaptureFile::reason(const char* of_libpcap) const {
                ? text
                : text +
                      "; extract one interface: tshark -r FILE -Y 'frame.interface_id == 0' -w ONE, "
-                     "then editcap -F pcap -T ieee-802-11-radiotap ONE ONE.pcap";
+                     "then editcap -F pcap -T " +
+                     encapsulation(capture_ != nullptr ? link_type() : DLT_IEEE802_11_RADIO) +
+                     " ONE ONE.pcap";
 }
 
 int CaptureFile::link_type() const { return pcap_datalink(capture_.get()); }

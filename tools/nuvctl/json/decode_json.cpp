@@ -141,7 +141,8 @@ void write_element(Json& json, const Element& element) {
         json.text("error", to_utf8(element.error));
     }
     FieldWriter fields(json);
-    if (element.typed != nullptr) {
+    // Of one that cannot be read whole no field is certain.
+    if (element.typed != nullptr && element.error.empty()) {
         visit_element(fields, *element.typed, element.octets);
     } else {
         fields.open_object("fields");

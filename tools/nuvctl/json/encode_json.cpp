@@ -66,7 +66,7 @@ std::vector<std::uint8_t> received_element(JsonFields& fields, std::uint8_t id, 
     if (length > std::numeric_limits<std::uint8_t>::max()) {
         fields.fail("more than an element holds");
     }
-    fields.leave_object();
+    fields.close_object();
     if (is_last && fields.has("length")) {
         length = std::max<std::size_t>(length, fields.number("length", 8));
     } else if (is_last && length == 0) {
@@ -165,6 +165,17 @@ void append_value(JsonFields& fields, const ActionField& field, std::vector<std:
     }
 }
 
+/// Whether the frame ended within its fields: then it has an error, but none in an element.
+bool ends_in_fields(JsonFields& fields) {
+    if (!fields.has("error")) {
+        return false;
+    }
+    fields.open_object("error");
+    const bool in_element = fields.has("element");
+    fields.leave_object();
+    return !in_element;
+}
+
 void append_action(JsonFields& fields, const ActionType& type, std::vector<std::uint8_t>& frame) {
     frame.push_back(type.category);
     frame.push_back(type.action);
@@ -177,7 +188,8 @@ void append_action(JsonFields& fields, const ActionType& type, std::vector<std::
         // Null is what is said of an absent field; another value is then one too many.
         const bool given = fields.has(field.name);
         const bool optional = field.kind == ActionField::Kind::ADDRESS;
-        if (field.is_in(Octets(frame).subspan(behind_token)) && (given || !optional)) {
+        if (field.is_in(Octets(frame).subspan(behind_token)) &&
+            (given || !optional || ends_in_fields(fields))) {
             append_value(fields, field, frame);
         }
     }

@@ -40,9 +40,16 @@ std::optional<std::string> to_string(const Timestamp& time) {
 }
 
 std::string raw_text(const Timestamp& time) {
+    std::int64_t seconds = time.seconds;
+    std::int32_t microseconds = time.microseconds;
+    if (seconds < 0 && microseconds > 0) {
+        ++seconds;
+        microseconds = 1'000'000 - microseconds;
+    }
     std::array<char, 16> fraction{};
-    std::snprintf(fraction.data(), fraction.size(), ".%06d", time.microseconds);
-    return std::to_string(time.seconds) + fraction.data();
+    std::snprintf(fraction.data(), fraction.size(), ".%06d", microseconds);
+    return (time.seconds < 0 && seconds == 0 ? "-" : "") + std::to_string(seconds) +
+           fraction.data();
 }
 
 std::optional<Timestamp> parse_timestamp(const std::string& text) {

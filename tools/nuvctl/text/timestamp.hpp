@@ -16,8 +16,7 @@ struct Timestamp {
 /// RFC 3339, UTC, all digits of the microseconds: 2015-11-03T12:34:56.123456Z. None outside the years
 /// 0 to 9999.
 std::optional<std::string> to_string(const Timestamp& time);
-/// Seconds and microseconds, any value: 1446554096.123456. Before 1970 the microseconds count forward
-/// from the seconds all the same.
+/// Seconds and microseconds as one number, any value: 1446554096.123456, -0.500000.
 std::string raw_text(const Timestamp& time);
 /// Reads exactly that form; none for anything else.
 std::optional<Timestamp> parse_timestamp(const std::string& text);
