@@ -40,7 +40,7 @@ iovec io(const void* data, std::size_t size) noexcept {
 
 /// Sends one packet, with the descriptor if it is one. Below 0: errno.
 ssize_t send_parts(int socket, std::span<iovec> parts, int fd) noexcept {
-    std::array<char, 1024> small;  // NOLINT: a packet, once it is copied
+    std::array<char, 2048> small;  // NOLINT: a packet, once it is copied
     std::size_t size = 0;
     for (const iovec& part : parts) {
         if (part.iov_len > small.size() - size) {
