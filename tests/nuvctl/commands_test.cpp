@@ -140,7 +140,7 @@ TEST_F(CommandsInAFolder, SayWhatIsWrongWithACapture) {
         outcome("decode two.pcapng"),
         "1\tnuvctl: two.pcapng: record 1: an interface has a type 127 different from the type "
         "of the first interface; extract one interface: tshark -r FILE -Y 'frame.interface_id "
-        "== 0' -w ONE, then editcap -F pcap -T ieee-802-11-radiotap ONE ONE.pcap");
+        "== 0' -w ONE, then editcap -F pcap -T ieee-802-11 ONE ONE.pcap");
     write("other.pcap", capture_header(1));
     EXPECT_EQ(outcome("decode other.pcap"),
               "1\tnuvctl: other.pcap: link type 1 is none of IEEE 802.11 (105), Prism (119), "

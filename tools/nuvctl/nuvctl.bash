@@ -24,7 +24,11 @@ _nuvctl() {
             opclass) words='--region --table --help --help-all' ;;
             endpoints) words='--access --help --help-all' ;;
             log) words='--follow --help --help-all' ;;
-            cmd | emit | events | send | validate) words='--help --help-all' ;;
+            cmd) words='--help --help-all' ;;
+            emit) words='--help --help-all' ;;
+            events) words='--help --help-all' ;;
+            send) words='--help --help-all' ;;
+            validate) words='--help --help-all' ;;
         esac
     elif [[ $COMP_CWORD -eq 2 && ${COMP_WORDS[1]} == @(cmd|send) ]]; then
         words=$(nuvctl endpoints 2>/dev/null | sed -n 's/^{"name":"\([^"]*\)","alive":true.*/\1/p')
