@@ -112,8 +112,9 @@ TEST_F(IFDWatchTest, AHandlerMayDestroyItsWatch) {
     std::string seen;
     watch->then = [&, capture = std::string(40, 'x')] {
         const std::string kept = capture;
+        std::string& out = seen;  // this function goes with the watch
         watch.reset();
-        seen += kept[39];
+        out += kept[39];
     };
     watch->add_to_csock();
     EXPECT_EQ(::write(fds[1], "x", 1), 1);

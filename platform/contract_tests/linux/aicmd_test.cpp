@@ -133,6 +133,8 @@ TEST_F(AicmdLinux, OutOfDescriptorsTheListenerPauses) {
     rlimit limit{};
     ASSERT_EQ(::getrlimit(RLIMIT_NOFILE, &limit), 0);
     const rlimit none{.rlim_cur = 3, .rlim_max = limit.rlim_max};
+    // A sanitizer that meets an output for the first time needs descriptors.
+    clogmod__warn(clogmod_get_or_alloc("test"), nullptr, nullptr, 0, "soon out of descriptors");
     testing::internal::CaptureStderr();
     ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &none), 0);
     EXPECT_EQ(ask(client, "HELP\n"), "");

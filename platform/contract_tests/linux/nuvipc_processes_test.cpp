@@ -547,6 +547,8 @@ TEST_F(NuvipcProcesses, AtTheDescriptorLimitConnectionsAreRefusedUntilThereIsRoo
     }();
     rlimit before{};
     ASSERT_EQ(::getrlimit(RLIMIT_NOFILE, &before), 0);
+    // A sanitizer that meets an output for the first time needs descriptors.
+    clogmod__warn(clogmod_get_or_alloc("test"), nullptr, nullptr, 0, "soon out of descriptors");
     const int next = ::dup(0);
     ::close(next);
     const rlimit none{static_cast<rlim_t>(next), before.rlim_max};
