@@ -111,7 +111,7 @@ int aicmd_listen_start(nuvipc* ipc, aicmd_listener* listener, unsigned zero1, un
             listener != nullptr ? listener->name : nullptr, zero1, zero2, zero3, zero4, zero5)) {
         return *refusal;
     }
-    if (endpoint == nullptr || !CommandListener::valid(listener)) {
+    if (endpoint == nullptr || listener == nullptr || !CommandListener::valid(listener)) {
         return -EINVAL;
     }
     if (endpoint->listener != nullptr) {

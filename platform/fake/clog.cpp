@@ -14,7 +14,6 @@
 
 using nuv::platform::FakeLog;
 using nuv::platform::FakePlatform;
-using nuv::platform::Shown;
 using nuv::platform::clog::Registry;
 
 struct FakeLog::State {

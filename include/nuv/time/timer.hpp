@@ -72,10 +72,12 @@ inline constexpr std::uint32_t TIMER_UNITS_PER_SECOND<std::ratio<1>> = 1;
 class NUV_EXPORT Timer {
 public:
     Timer();
+    // NOLINTBEGIN(performance-noexcept-move-constructor): a timer always has a handle
     /// The timer takes over `other`, running as it is; `other` is idle then.
     Timer(Timer&& other);
     /// The same; what this timer did before ends.
     Timer& operator=(Timer&& other);
+    // NOLINTEND(performance-noexcept-move-constructor)
     Timer(const Timer&) = delete;
     Timer& operator=(const Timer&) = delete;
     /// Stops. A failure is logged.
