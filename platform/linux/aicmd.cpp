@@ -192,7 +192,7 @@ extern "C" {
 int aicmd_listen_start(nuvipc* ipc, aicmd_listener* listener, unsigned /*zero1*/,
                        unsigned /*zero2*/, unsigned /*zero3*/, unsigned /*zero4*/,
                        unsigned /*zero5*/, ...) {
-    if (ipc == nullptr || !nuv::platform::CommandListener::valid(listener)) {
+    if (ipc == nullptr || listener == nullptr || !nuv::platform::CommandListener::valid(listener)) {
         return -EINVAL;
     }
     Endpoint& endpoint = *Endpoint::from(ipc);
