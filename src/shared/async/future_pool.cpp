@@ -40,10 +40,11 @@ bool FuturePool::process_futures() {
             next = futures_.erase(next);
             continue;
         }
+        const void* const address = wrapper.get();
         const std::future_status status = wrapper->get_status();
         if (status != std::future_status::ready) {
             if (status == std::future_status::deferred) {
-                NUV_LOG(log_module, debug) << "status of future_wrapper_base=" << wrapper.get()
+                NUV_LOG(log_module, debug) << "status of future_wrapper_base=" << address
                                            << " is std::future_status::deferred";
             }
             ++next;

@@ -60,7 +60,7 @@ void Task::done(TaskState state) noexcept {
     }
     bool destroyed = false;
     bool* const outer = std::exchange(destroyed_, &destroyed);
-    on_done(state);
+    on_done(state);  // NOLINT(clang-analyzer-optin.cplusplus.VirtualCall): ~Task wants its own
     if (!destroyed) {
         // Moved out: it may give the task another one, or destroy it.
         if (auto continuation = std::move(continuation_)) {

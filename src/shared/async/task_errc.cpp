@@ -7,14 +7,14 @@ namespace nuv::async {
 
 const std::error_category& task_error_category() noexcept {
     static constexpr impl::ErrorRow ROWS[] = {
-        {1, "Task timed out", std::errc::timed_out},
-        {2, "Task cancelled", std::errc::operation_canceled},
-        {3, "Task already running", std::errc::operation_in_progress},
-        {4, "Task not running", std::errc::resource_unavailable_try_again},
-        {5, "Task is running", std::errc::resource_unavailable_try_again},
-        {6, "Task has no continuation", std::errc::operation_not_supported},
-        {7, "Task has a continuation", std::errc::operation_not_supported},
-        {8, "Task composition invalid", std::errc::operation_not_supported},
+        {"Task timed out", 1, std::errc::timed_out},
+        {"Task cancelled", 2, std::errc::operation_canceled},
+        {"Task already running", 3, std::errc::operation_in_progress},
+        {"Task not running", 4, std::errc::resource_unavailable_try_again},
+        {"Task is running", 5, std::errc::resource_unavailable_try_again},
+        {"Task has no continuation", 6, std::errc::operation_not_supported},
+        {"Task has a continuation", 7, std::errc::operation_not_supported},
+        {"Task composition invalid", 8, std::errc::operation_not_supported},
     };
     // Not spelled as the timers' text is: programs compare both.
     static const impl::ErrorTable category("Task", ROWS, "(unrecognised error)");

@@ -8,8 +8,8 @@
 namespace nuv::impl {
 
 struct ErrorRow {
-    int value;
-    const char* message;
+    const char* message = "";
+    int value = 0;
     std::errc condition{};  ///< 0: the error's own
 };
 

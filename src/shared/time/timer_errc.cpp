@@ -7,13 +7,13 @@ namespace nuv::time {
 
 const std::error_category& timer_error_category() noexcept {
     static constexpr impl::ErrorRow ROWS[] = {
-        {1, "Already running"},
-        {2, "Not running"},
-        {3, "Invalid parameter", std::errc::invalid_argument},
-        {4, "Invalid handle"},
-        {5, "Deleted handle"},
-        {6, "Changed handle"},
-        {7, "Resource problem", std::errc::device_or_resource_busy},
+        {"Already running", 1},
+        {"Not running", 2},
+        {"Invalid parameter", 3, std::errc::invalid_argument},
+        {"Invalid handle", 4},
+        {"Deleted handle", 5},
+        {"Changed handle", 6},
+        {"Resource problem", 7, std::errc::device_or_resource_busy},
     };
     static const impl::ErrorTable category("Timer", ROWS, "(unrecognized error)");
     return category;
