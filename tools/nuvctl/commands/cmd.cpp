@@ -109,6 +109,7 @@ char* next_completion(const char* text, int state) {
 }
 
 struct Free {
+    // NOLINTNEXTLINE(cppcoreguidelines-no-malloc,cppcoreguidelines-owning-memory): from readline()
     void operator()(char* text) const { std::free(text); }
 };
 
