@@ -41,9 +41,14 @@ endfunction()
 # nuv-platform-NAME.pc is a platform alone. A static library stands before the one that it calls, and
 # pkg-config keeps the order of what a package requires.
 function(nuv_platform_pkg_config name platform)
+    set(platform_requires)
+    if(platform STREQUAL "linux" AND NUV_USES_UBOOTENV AND NOT BUILD_SHARED_LIBS)
+        set(platform_requires libubootenv)
+    endif()
     list(TRANSFORM NUV_OPTIONAL_PLATFORM_CALLS PREPEND "-Wl,-u," OUTPUT_VARIABLE optional_calls)
     list(JOIN optional_calls " " optional_calls)
     nuv_pkg_config(nuv-platform-${platform} "The platform ${platform} of nuv"
+        REQUIRES "${platform_requires}"
         LIBS "-L\${libdir} ${optional_calls} -lnuv_platform_${platform}")
     nuv_pkg_config(${name} "${PROJECT_DESCRIPTION}, on the platform ${platform}"
         REQUIRES "nuv-core nuv-platform-${platform}")
@@ -67,7 +72,8 @@ endif()
 install(FILES LICENSE README.md CHANGELOG.md ARCHITECTURE.md CONTRIBUTING.md
         DESTINATION "${CMAKE_INSTALL_DOCDIR}")
 install(DIRECTORY docs examples DESTINATION "${CMAKE_INSTALL_DOCDIR}"
-        FILES_MATCHING PATTERN "*.md" PATTERN "*.cpp" PATTERN "*.hpp" PATTERN "*.pcap")
+        FILES_MATCHING PATTERN "*.md" PATTERN "*.cpp" PATTERN "*.hpp" PATTERN "*.pcap"
+        PATTERN "*.service")
 
 if(TARGET nuvctl)
     cmake_path(RELATIVE_PATH CMAKE_INSTALL_FULL_LIBDIR BASE_DIRECTORY "${CMAKE_INSTALL_FULL_BINDIR}"

@@ -11,6 +11,10 @@ target_compile_options(nuv_options INTERFACE
     -Wall -Wextra -Wpedantic -Wconversion -Wshadow
     -ffile-prefix-map=${PROJECT_SOURCE_DIR}/=
     -ffile-prefix-map=${relative_root}/=)
+if(CMAKE_SIZEOF_VOID_P EQUAL 4)
+    # Without it a folder with a file whose number has more than 32 bits cannot be read.
+    target_compile_definitions(nuv_options INTERFACE _FILE_OFFSET_BITS=64)
+endif()
 target_include_directories(nuv_options INTERFACE "${PROJECT_SOURCE_DIR}")
 if(NOT BUILD_SHARED_LIBS)
     # A static program holds the functions that it calls, not the files that they stand in.

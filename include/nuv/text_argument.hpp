@@ -4,6 +4,8 @@
 #include <string>
 #include <string_view>
 
+#include "nuv/export.hpp"
+
 namespace nuv {
 
 /// The text that a function is given: as std::string_view, but made of a null pointer it is empty.

@@ -283,6 +283,15 @@ void Outputs::after_fork_in_child() noexcept {
     after_fork_in_parent();
 }
 
+void Outputs::own(bool own) noexcept {
+    const std::lock_guard lock(mutex_);
+    for (const auto& output : outputs_) {
+        if (output.sink != nullptr) {
+            output.sink->own(own);
+        }
+    }
+}
+
 void Outputs::update_taken() {
     unsigned taken = 0;
     for (const auto& output : outputs_) {

@@ -85,6 +85,9 @@ public:
 
     /// Whether a forked child has this output, too.
     virtual bool inherited() const { return true; }
+
+    /// A child that inherits it takes it over (true), and its parent leaves it to the child (false).
+    virtual void own(bool /*own*/) {}
 };
 
 /// The outputs and filters of one logger. The int results are those of clog.h.
@@ -103,6 +106,7 @@ public:
     void before_fork() noexcept;
     void after_fork_in_parent() noexcept;
     void after_fork_in_child() noexcept;
+    void own(bool own) noexcept;
 
     /// One line for each, as the calls that add them. Throws std::system_error EDEADLK in a callback
     /// of a logger.

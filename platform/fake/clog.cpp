@@ -10,6 +10,7 @@
 
 #include "nuv_platform/fake/fake_platform.hpp"
 #include "platform/common/clog_core.hpp"
+#include "platform/fake/call_text.hpp"
 
 using nuv::platform::FakeLog;
 using nuv::platform::FakePlatform;
@@ -104,24 +105,16 @@ std::vector<std::string> FakeLog::leftovers() const {
 
 namespace {
 
-// An argument as it would be written in C.
-void print(std::ostream& os, const char* text) {
-    text != nullptr ? os << '"' << text << '"' : os << "NULL";
-}
-void print(std::ostream& os, const clogger* logger) { print(os, clogger_get_name(logger)); }
-void print(std::ostream& os, const clogmod* module) {
-    print(os, module != nullptr ? module->name.c_str() : nullptr);
-}
-void print(std::ostream& os, const clogger_backup_style* style) {
-    style != nullptr ? os << "&{" << style->files << ", " << style->rotate_on_open << '}'
-                     : os << "NULL";
+const char* shown(clogger* logger) { return clogger_get_name(logger); }
+const char* shown(clogmod* module) { return module != nullptr ? module->name.c_str() : nullptr; }
+Shown shown(const clogger_backup_style* style) {
+    return {style == nullptr ? "NULL"
+                             : "&{" + std::to_string(style->files) + ", " +
+                                   std::to_string(style->rotate_on_open) + '}'};
 }
 template <typename T>
-requires std::is_integral_v<T>
-void print(std::ostream& os, T number) { os << +number; }
-void print(std::ostream& os, const void* pointer) { os << (pointer != nullptr ? "*" : "NULL"); }
-void print(std::ostream& os, clog::AnyFunction function) {
-    os << (function != nullptr ? "*" : "NULL");
+T shown(T other) {
+    return other;
 }
 
 // The answer that the test wants instead of the real one.
@@ -131,17 +124,9 @@ std::optional<int> refused(const char* function) {
 }
 
 template <typename... Args>
-std::optional<int> noted(const char* function, Args... args) {
-    if (auto* const fake = FakePlatform::current()) {
-        std::ostringstream call;
-        call.imbue(std::locale::classic());
-        const char* separator = "";
-        call << function << '(';
-        ((call << separator, print(call, args), separator = ", "), ...);
-        call << ')';
-        fake->log().note(call.str());
-    }
-    return refused(function);
+std::optional<int> log_call(const char* function, Args... args) {
+    auto* const fake = FakePlatform::current();
+    return fake == nullptr ? -ENODEV : noted(fake->log(), function, shown(args)...);
 }
 
 }  // namespace
@@ -154,23 +139,23 @@ std::optional<int> note_request(const char* function, clogger* logger, const Req
                                 bool adding) {
     switch (request.kind) {
         case Kind::RING:
-            return adding ? noted(function, logger, request.name, request.size, request.mask,
-                                  request.fields)
-                          : noted(function, logger, request.name);
+            return adding ? log_call(function, logger, request.name, request.size, request.mask,
+                                     request.fields)
+                          : log_call(function, logger, request.name);
         case Kind::LOG_FILE:
-            return adding ? noted(function, logger, request.name, request.size, request.style,
-                                  request.mask, request.fields)
-                          : noted(function, logger, request.name);
+            return adding ? log_call(function, logger, request.name, request.size, request.style,
+                                     request.mask, request.fields)
+                          : log_call(function, logger, request.name);
         case Kind::FUNCTION:
         case Kind::EXT_FUNCTION:
-            return adding ? noted(function, logger, request.callback, request.ctx, request.newline,
-                                  request.mask, request.fields)
-                          : noted(function, logger, request.callback, request.ctx);
+            return adding ? log_call(function, logger, request.callback, request.ctx,
+                                     request.newline, request.mask, request.fields)
+                          : log_call(function, logger, request.callback, request.ctx);
         case Kind::FILTER:
-            return noted(function, logger, request.callback, request.ctx);
+            return log_call(function, logger, request.callback, request.ctx);
         default:
-            return adding ? noted(function, logger, request.mask, request.fields)
-                          : noted(function, logger);
+            return adding ? log_call(function, logger, request.mask, request.fields)
+                          : log_call(function, logger);
     }
 }
 
@@ -225,7 +210,7 @@ std::unique_ptr<Sink> open_sink(const Request& /*request*/) { return std::make_u
 }  // namespace clog
 }  // namespace nuv::platform
 
-using nuv::platform::noted;
+using nuv::platform::log_call;
 using nuv::platform::refused;
 
 extern "C" {
@@ -243,7 +228,7 @@ clogger* clogger_get(const char* name) {
 }
 
 clogger* clogger_alloc(const char* name) {
-    if (noted(__func__, name) || name == nullptr) {
+    if (log_call(__func__, name) || name == nullptr) {
         return nullptr;
     }
     clogger* const logger = Registry::get().loggers.find_or_make(name);
@@ -260,7 +245,7 @@ clogger* clogger_get_default_logger(void) {
 }
 
 int clogger_set_default_logger(clogger* logger) {
-    if (const auto result = noted(__func__, logger)) {
+    if (const auto result = log_call(__func__, logger)) {
         return *result;
     }
     if (logger == nullptr) {
@@ -271,8 +256,8 @@ int clogger_set_default_logger(clogger* logger) {
 }
 
 int clogger_set_snprintf_time_func(clogger* logger, clogger_snprintf_time function) {
-    if (const auto result =
-            noted(__func__, logger, reinterpret_cast<nuv::platform::clog::AnyFunction>(function))) {
+    if (const auto result = log_call(
+            __func__, logger, reinterpret_cast<nuv::platform::clog::AnyFunction>(function))) {
         return *result;
     }
     return logger != nullptr ? logger->outputs.set_time_function(function) : -EINVAL;
@@ -284,7 +269,7 @@ clogmod* clogmod_get_or_alloc(const char* name) {
 }
 
 clogmod* clogmod_get_or_alloc_main(clogger* logger, const char* name) {
-    if (noted(__func__, logger, name) || logger == nullptr) {
+    if (log_call(__func__, logger, name) || logger == nullptr) {
         return nullptr;
     }
     clogmod* const module = name == nullptr ? nullptr : Registry::get().modules.find_or_make(name);
@@ -296,7 +281,7 @@ clogmod* clogmod_get_or_alloc_main(clogger* logger, const char* name) {
 }
 
 void clogmod_set_loglevel(clogmod* module, int level) {
-    if (!noted(__func__, module, level) && module != nullptr) {
+    if (!log_call(__func__, module, level) && module != nullptr) {
         module->level = level;
     }
 }

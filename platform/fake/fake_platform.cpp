@@ -16,10 +16,19 @@ FakePlatform::FakePlatform() {
 }
 
 FakePlatform::~FakePlatform() {
-    for (const auto& call : log_.leftovers()) {
-        std::cerr << "FakePlatform: never undone: " << call << '\n';
+    for (const auto& leftover : leftovers()) {
+        std::cerr << "FakePlatform: never undone: " << leftover << '\n';
     }
     instance = nullptr;
+}
+
+std::vector<std::string> FakePlatform::leftovers() const {
+    std::vector<std::string> all;
+    for (const auto& leftovers : {log_.leftovers(), commands_.leftovers(), ipc_.leftovers(),
+                                  watchdog_.leftovers(), loop_.leftovers()}) {
+        all.insert(all.end(), leftovers.begin(), leftovers.end());
+    }
+    return all;
 }
 
 FakePlatform* FakePlatform::current() noexcept { return instance; }

@@ -13,6 +13,8 @@
 #include <cstring>
 #include <system_error>
 
+#include "platform/linux/fork.hpp"
+
 namespace nuv::platform::clog {
 
 namespace {
@@ -46,6 +48,10 @@ RingSink::~RingSink() {
     }
     ::close(fd_);
 }
+
+bool RingSink::inherited() const { return KeepAcrossFork::active(); }
+
+void RingSink::own(bool own) { owner_ = own ? ::getpid() : 0; }
 
 void RingSink::map() {
     check(::flock(fd_, LOCK_EX | LOCK_NB) == 0, EBUSY);

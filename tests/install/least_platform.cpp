@@ -4,8 +4,15 @@
 #include <cstdio>
 #include <string>
 
+#include "nuv_platform/aicmd.h"
 #include "nuv_platform/clog.h"
+#include "nuv_platform/csock.h"
+#include "nuv_platform/ctimer.h"
+#include "nuv_platform/daemon.h"
 #include "nuv_platform/ifwatch.h"
+#include "nuv_platform/nuvipc.h"
+#include "nuv_platform/slab.h"
+#include "nuv_platform/watchdog.h"
 
 struct clogger {};
 struct clogmod {};
@@ -65,4 +72,51 @@ OUTPUT(clogger_rm_ext_function, clogger_ext_function, void*)
 OUTPUT(clogger_add_msg_filter, clogger_msg_filter, void*)
 OUTPUT(clogger_rm_msg_filter, clogger_msg_filter, void*)
 int if_get_hwaddr(const char*, uint8_t*) { return -1; }
+
+// No daemon runs on it.
+int csock_init(void) { return -1; }
+void csock_exit(void) {}
+uint32_t csock_add_fd(int, const char*, csock_fd_callback, csock_fd_callback, csock_fd_callback,
+                      csock_fd_callback, unsigned, void*) {
+    return 0;
+}
+int csock_remove_fd(uint32_t) { return -1; }
+int csock_fd_blocking(uint32_t) { return -1; }
+int csock_select_with_msecs(int32_t) { return -1; }
+int ctimer_setup_internal(void*, ctimerhandle*, int, int, uint32_t, uint32_t, ctimer_callback_fn,
+                          void*, int, int) {
+    return -1;
+}
+int ctimer_unsetup_internal(ctimerhandle*, int) { return -1; }
+int ctimer_endtval_internal(ctimerhandle*, int, ctimer_tval*) { return -1; }
+void ctimer_elapsedtval(ctimer_tval*) {}
+nuvipc* nuvipc_create(const char*) { return nullptr; }
+void nuvipc_destroy(nuvipc*) {}
+int nuvipc_msg_register(nuvipc*, nuvipc_msg_handler, void*, unsigned) { return -1; }
+int nuvipc_msg_unregister(nuvipc*) { return -1; }
+int nuvipc_msg_send(nuvipc*, const char*, const void*, unsigned) { return -1; }
+int nuvipc_event_send(nuvipc*, const char*, const void*, unsigned) { return -1; }
+int nuvipc_event_register_notifier(nuvipc*, const char*, nuvipc_event_callback, void*) {
+    return -1;
+}
+int nuvipc_event_unregister_notifier(nuvipc*, const char*) { return -1; }
+nuvipc* daemonmng_get_nuvipc(void) { return nullptr; }
+int daemon_start(int, int) { return -1; }
+void daemon_ready(void) {}
+void daemon_start_failed(void) {}
+int watchdog_csock_init(const char*) { return -1; }
+void watchdog_csock_trigger(void) {}
+void watchdog_csock_exit(void) {}
+void slab_reap(void) {}
+int aicmd_listen_start(nuvipc*, aicmd_listener*, unsigned, unsigned, unsigned, unsigned, unsigned,
+                       ...) {
+    return -1;
+}
+int aicmd_register_library(aicmd_library*) { return -1; }
+int aicmd_unregister_library(aicmd_library*) { return -1; }
+int aicmd_module_set_ctx(aicmd_library*, const char*, void*) { return -1; }
+int aicmd_help(aicmd_session*, int, char**) { return -1; }
+int aicmd_slabdump(aicmd_session*, int, char**) { return -1; }
+int aicmd_slabshow(aicmd_session*, int, char**) { return -1; }
+int aicmd_quit(aicmd_session*, int, char**) { return -1; }
 }

@@ -35,10 +35,11 @@
  * fork() waits for the records and the changes of outputs that other threads have under way. The
  * child may call everything from then on, also when the parent has other threads. It has all
  * outputs of the parent except ring buffers, which stay the parent's alone; a daemon adds them after
- * its last fork. Both write to the same files: a file with a limit is set aside by whoever fills it,
- * so only one of them should go on writing to it. A callback may fork, too: fork() does not wait
- * then, and until its child calls exec() or _exit(), which it has to do before the callback returns,
- * the child's records are dropped and its changes refused.
+ * its last fork. Only daemon_start() (daemon.h) hands them over to its child. Both processes write to
+ * the same files: a file with a limit is set aside by whoever fills it, so only one of them should go
+ * on writing to it. A callback may fork, too: fork() does not wait then, and until its child calls
+ * exec() or _exit(), which it has to do before the callback returns, the child's records are dropped
+ * and its changes refused.
  *
  * No call ends the process for want of a resource: what cannot be written is dropped. Writing a
  * record to a broken pipe raises no SIGPIPE that the process could notice.

@@ -6,6 +6,7 @@
 #include <atomic>
 #include <charconv>
 #include <concepts>
+#include <limits>
 #include <optional>
 #include <ostream>
 #include <string>
@@ -71,7 +72,8 @@ public:
             } else if constexpr (std::same_as<T, char>) {
                 append({&value, 1});
                 return *this;
-            } else if constexpr (std::same_as<T, bool> || (std::integral<T> && sizeof(T) > 1)) {
+            } else if constexpr (std::same_as<T, bool> ||
+                                 (std::integral<T> && std::numeric_limits<T>::digits > 8)) {
                 std::array<char, 24> digits{};
                 const auto end = std::to_chars(digits.begin(), digits.end(), +value).ptr;
                 append({digits.begin(), end});

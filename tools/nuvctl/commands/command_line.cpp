@@ -201,6 +201,47 @@ void add_options(CLI::App& command, ValidateOptions& options) {
         "Example: echo '{\"channel\":36,\"frequency\":5200000}' | nuvctl validate");
 }
 
+void add_options(CLI::App& command, SendOptions& options) {
+    command.add_option("ENDPOINT", options.endpoint, "Name of the receiver")->required();
+    command
+        .add_option("TEXT", options.text,
+                    "Sent with a NUL behind it; - sends standard input as it is")
+        ->required();
+    command.footer("Example: nuvctl send mesh_controller 'hello'");
+}
+
+void add_options(CLI::App& command, EmitOptions& options) {
+    command.add_option("NAME", options.event, "Name of the event")->required();
+    command.add_option("TEXT", options.text,
+                       "Data: sent with a NUL behind it; - sends standard input as it is");
+    command.footer("Example: nuvctl emit station_left 02:00:00:00:00:01");
+}
+
+void add_options(CLI::App& command, EventsOptions& options) {
+    command.add_option("NAME", options.names, "Only events of these names");
+    command.footer("Runs until it is interrupted.\n\nExample: nuvctl events | jq -r .event");
+}
+
+void add_options(CLI::App& command, EndpointsOptions& options) {
+    command.add_flag("--access", options.access, "Tell who may call each of them");
+    command.footer("Example: nuvctl endpoints | jq -r 'select(.alive) | .name'");
+}
+
+void add_options(CLI::App& command, CmdOptions& options) {
+    command.add_option("ENDPOINT", options.endpoint, "Name of the daemon's endpoint")->required();
+    command.add_option("COMMAND", options.words,
+                       "The words of one command; without them the lines of standard input");
+    command.footer(
+        "On a terminal with a prompt, history and completion. HELP lists the commands.\n\n"
+        "Example: nuvctl cmd mesh_controller LOOPSHOW");
+}
+
+void add_options(CLI::App& command, LogOptions& options) {
+    command.add_option("RING", options.ring, "Name of the ring")->required();
+    command.add_flag("--follow", options.follow, "Go on with new lines until interrupted");
+    command.footer("Example: nuvctl log mesh_controller --follow | grep WARN");
+}
+
 /// Adds a subcommand that calls `run` with the options that the parser reads.
 template <class Options>
 void add(CLI::App& parser, Action& action, const char* name, const char* description,
@@ -227,7 +268,8 @@ std::string problem(const CLI::App& parser, const CLI::Error& error) {
 
 std::unique_ptr<CLI::App> make_parser(Action& action) {
     auto parser = std::make_unique<CLI::App>(
-        "Looks at stations, frames, channels and addresses of a Wi-Fi mesh, and makes frames.",
+        "Looks at stations, frames, channels, addresses and daemons of a Wi-Fi mesh, and makes "
+        "frames.",
         "nuvctl");
     parser->set_version_flag("--version", "nuvctl " NUVCTL_VERSION);
     parser->set_help_all_flag("--help-all", "Print the help of every sub-command too and exit");
@@ -255,6 +297,14 @@ std::unique_ptr<CLI::App> make_parser(Action& action) {
     add(*parser, action, "validate",
         "Check channel lists, entries and infos in JSON: one JSON object per finding",
         run_validate);
+    add(*parser, action, "send", "Send a message to an endpoint", run_send);
+    add(*parser, action, "emit", "Send an event to all who asked for it", run_emit);
+    add(*parser, action, "events", "Print events as they come: one JSON object a line", run_events);
+    add(*parser, action, "endpoints", "Print the endpoints of this machine: one JSON object a line",
+        run_endpoints);
+    add(*parser, action, "cmd", "Give a daemon debug commands and print its answers", run_cmd);
+    add(*parser, action, "log", "Print a ring of log lines, also one that outlived its process",
+        run_log);
     return parser;
 }
 

@@ -2,14 +2,15 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
 namespace nuvctl {
 
 // The subcommands. Each returns its exit status, 0 or 1, and throws OutputError when it cannot write
-// its output. A file "-" is standard input or output. A summary that a signal ends returns 128 and the
-// signal's number.
+// its output. A file "-" is standard input or output. What a signal ends (a summary, events, a log that
+// is followed) returns 128 and the signal's number.
 
 struct DecodeOptions {
     std::vector<std::string> files{"-"};
@@ -54,5 +55,39 @@ struct ValidateOptions {
     std::vector<std::string> files{"-"};
 };
 int run_validate(const ValidateOptions& options);
+
+struct SendOptions {
+    std::string endpoint;
+    std::string text;  ///< sent with its NUL; "-" for the octets of standard input, as they are
+};
+int run_send(const SendOptions& options);
+
+struct EmitOptions {
+    std::string event;
+    std::optional<std::string> text;  ///< as that of SendOptions; none for an event without data
+};
+int run_emit(const EmitOptions& options);
+
+struct EventsOptions {
+    std::vector<std::string> names;  ///< none for all
+};
+int run_events(const EventsOptions& options);
+
+struct EndpointsOptions {
+    bool access = false;
+};
+int run_endpoints(const EndpointsOptions& options);
+
+struct CmdOptions {
+    std::string endpoint;
+    std::vector<std::string> words;  ///< none for the lines of standard input
+};
+int run_cmd(const CmdOptions& options);
+
+struct LogOptions {
+    std::string ring;
+    bool follow = false;
+};
+int run_log(const LogOptions& options);
 
 }  // namespace nuvctl

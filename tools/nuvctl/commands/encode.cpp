@@ -56,8 +56,9 @@ private:
                 output.write(is_capture_ ? capture_record(frame.time, frame.octets)
                                          : to_hex(Octets(frame.octets).subspan(frame.body)) + '\n');
                 ++frames_;
+                const std::string place = name + ": line " + std::to_string(reader.line()) + ": ";
                 for (const std::string& note : frame.notes) {
-                    report(name + ": line " + std::to_string(reader.line()) + ": " + note);
+                    report(place + note);
                 }
             }
         } catch (const FieldError& error) {
