@@ -28,7 +28,7 @@
  * | result          | meaning                                                               |
  * |-----------------|-----------------------------------------------------------------------|
  * | >= 0            | done; to send a message: it is in the queue of a living receiver      |
- * | `-EINVAL`       | a NULL handle or function, or a name that is none                     |
+ * | `-EINVAL`       | a NULL handle or function, or an invalid name                         |
  * | `-ENOENT`       | there is no endpoint of this name, or nothing registered to end       |
  * | `-ECONNREFUSED` | the owner of the endpoint is gone                                     |
  * | `-EACCES`       | the endpoint belongs to somebody who may not talk to the caller       |
