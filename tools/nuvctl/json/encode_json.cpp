@@ -153,7 +153,9 @@ void append_value(JsonFields& fields, const ActionField& field, std::vector<std:
         if (const std::string hex = hex_of(field.name); fields.has(hex)) {
             const auto octets = fields.octets(hex);
             // A text of the parser ends at its first NUL.
-            text = to_utf8(as_text(octets)).c_str() == text ? as_text(octets) : text;
+            std::string read = to_utf8(as_text(octets));
+            read.erase(std::min(read.find('\0'), read.size()));
+            text = read == text ? as_text(octets) : text;
         }
         if (text.size() > std::numeric_limits<std::uint8_t>::max()) {
             fields.fail("more than 255 octets");
