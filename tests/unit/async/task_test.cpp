@@ -107,6 +107,7 @@ TEST_F(TaskTest, MovesUnlessOneOfThemRuns) {
     EXPECT_EQ(to.get_timeout(), 30ms);
     to.start();
     const std::string text = "5 Cannot assign to or from running task!: Task is running";
+    // NOLINTNEXTLINE(bugprone-use-after-move): a moved-from task is an idle one
     EXPECT_EQ(refusal([&] { from = std::move(to); }), text);
     EXPECT_EQ(refusal([&] { to = TestTask(); }), text);
     EXPECT_EQ(refusal([&] { TestTask(std::move(to)); }), text);

@@ -7,7 +7,6 @@
 namespace nuv::ieee802_11 {
 namespace {
 
-using test::read_as;
 using test::written;
 
 using RSN = IEEE802_11_RSNElement;
